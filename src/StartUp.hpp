@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "core/FileFailure.hpp"
+#include "modFunc.hpp"
+
+namespace Tamber {
+
+/// The data files' names in the folder the program was started in.
+std::filesystem::path SettingsFile(const modFunc& program);
+std::filesystem::path DeviceListFile(const modFunc& program);
+std::filesystem::path AutoSequenceFile(const modFunc& program);
+
+/// Fills `program` from the data files of `directory`: settings, then device list, then Auto
+/// series. Stops at the first failure; nothing is ever written.
+[[nodiscard]] std::optional<FileFailure> StartUp(const std::filesystem::path& directory,
+                                                 modFunc& program);
+
+}  // namespace Tamber

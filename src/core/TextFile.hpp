@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/Result.hpp"
+
+namespace Tamber {
+
+/// Reads a file whole. The failure is the operating system's reason ("No such file or directory"),
+/// or a sentence of our own for a folder or a file of more than `limit` bytes.
+Result<std::string, std::string> ReadTextFile(const std::filesystem::path& path,
+                                              std::size_t limit = 1 << 20);
+
+/// Replaces a file by `text`, or leaves it exactly as it was: the text is written beside it, forced
+/// to the disk and then renamed over it. A link is followed and stays a link; the permissions of a
+/// file that was there are kept. Returns the operating system's reason when that fails.
+[[nodiscard]] std::optional<std::string> ReplaceTextFile(const std::filesystem::path& path,
+                                                         std::string_view text);
+
+}  // namespace Tamber

@@ -1,0 +1,57 @@
+#include <QApplication>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "StartUp.hpp"
+#include "platform/qt/QtPlatform.hpp"
+#include "ui/mdiMain.hpp"
+
+namespace {
+
+using namespace Tamber;
+
+// Where no display can be opened, Qt would end the program by itself; a platform without a display
+// behind the desktop's own lets the program say what is wrong. The user's own choice stands.
+void LetDisplayBeMissing() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+                                       ? "wayland;xcb;offscreen"
+                                       : "xcb;offscreen");
+    else
+        qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM"));
+#endif
+}
+
+}  // namespace
+
+int main(int, char** argv) {
+    int argumentCount = 1;  // the program takes no options, Qt's own included
+    modFunc program;
+    std::error_code error;
+    const auto failure = StartUp(std::filesystem::current_path(error), program);
+
+    const bool displayChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    LetDisplayBeMissing();
+    QApplication application(argumentCount, argv);
+    const bool display = displayChosen || QGuiApplication::platformName() != "offscreen";
+
+    if (failure)
+        std::cerr << "Tamber: " << Describe(*failure) << std::endl;
+    if (!display)
+        std::cerr << "Tamber: no display can be opened; start it on a desktop." << std::endl;
+
+    QtPlatform platform(program.AppPath);
+    if (failure && display)
+        platform.Boxes().Show(Describe(*failure), ProgramTitle, BoxIcon::Critical);
+    if (failure || !display)
+        return EXIT_FAILURE;
+
+    // The main window says when the program ends; a box closed before it appears does not.
+    QApplication::setQuitOnLastWindowClosed(false);
+    mdiMain window(program, platform);
+    window.MDIForm_Load();
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+
+#include "core/DeviceCatalogue.hpp"
+#include "core/MemoryImage.hpp"
+#include "core/Settings.hpp"
+#include "link/LinkState.hpp"
+#include "operations/AutoSequence.hpp"
+
+namespace Tamber {
+
+/// The single instances of the program. One is made in main, lives until exit and is handed on by
+/// reference: whole to the windows, in parts to everything else.
+struct modFunc {
+    std::filesystem::path AppPath;  ///< current directory at start-up; the data files lie there
+    Settings settings;
+    DeviceCatalogue catalogue;
+    MemoryImage image;
+    LinkState link;
+    AutoSequence autoSequence;
+    bool SelectionCancelled = false;  ///< the device selection was last left with Cancel
+};
+
+}  // namespace Tamber

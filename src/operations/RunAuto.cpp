@@ -1,0 +1,19 @@
+#include "operations/DeviceFunctions.hpp"
+#include "operations/FunctionRun.hpp"
+
+namespace Tamber {
+
+void RunAuto(FunctionRun& run) {
+    const AutoSequence& series = run.Series();
+    for (int autoStep = 1; autoStep <= series.AutoCount; ++autoStep) {
+        const std::int16_t code = series.Entries[static_cast<std::size_t>(autoStep)];
+        run.RunDeviceFunction(code);
+        if (code == FunctionErase)
+            run.WaitOnePeriod();
+        if (run.ErrorFlag)
+            return;
+        run.ClearLines();
+    }
+}
+
+}  // namespace Tamber

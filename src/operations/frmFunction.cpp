@@ -1,0 +1,125 @@
+#include "operations/frmFunction.hpp"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "platform/qt/ModalDialog.hpp"
+#include "ui/WindowDesign.hpp"
+#include "ui/mdiMain.hpp"
+
+namespace Tamber {
+
+frmFunction::frmFunction(mdiMain& owner, modFunc& program, ProgrammerLink& link, Platform& platform)
+    : QDialog(&owner),
+      owner_(owner),
+      program_(program),
+      device_(program.catalogue.Record(program.settings.SelectedDevice)),
+      tmrWait(platform.NewTimer()),
+      run_(device_, program.image, program.autoSequence, link, *tmrWait, platform.Events(),
+           platform.Boxes(), *this) {
+    MakeControls();
+    Form_Load();
+}
+
+void frmFunction::Form_Load() {
+    listFunction->addItems({"Read", "Erase", "Blank", "Program", "Verify", "Auto"});
+    listFunction->setCurrentRow(0);
+    run_.ShowProgress(0);
+    cmdRun->setEnabled(program_.link.ProgrammerFound);
+    run_.TellDeviceType();
+    if (device_.EepromBytes == 0) {
+        chkEM->setChecked(false);
+        chkEM->setEnabled(false);
+    }
+    frameOption->setEnabled(device_.TypeCode != StreamTypeCode);
+}
+
+void frmFunction::ShowModally() {
+    ExecuteModal(*this);
+}
+
+void frmFunction::cmdRun_Click() {
+    if (running_)
+        return;
+    run_.Run(static_cast<std::int16_t>(listFunction->currentRow()),
+             {chkPM->isChecked(), chkEM->isChecked(), chkID->isChecked(), chkCW->isChecked()});
+}
+
+void frmFunction::cmdClose_Click() {
+    reject();
+}
+
+// Escape, the close box and Close all come here.
+void frmFunction::reject() {
+    if (!running_)
+        Unload();
+}
+
+void frmFunction::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    reject();
+}
+
+void frmFunction::Unload() {
+    done(QDialog::Rejected);
+}
+
+void frmFunction::RunBegins() {
+    running_ = true;
+    cmdRun->setEnabled(false);
+    cmdClose->setEnabled(false);
+    frameOption->setEnabled(false);
+}
+
+void frmFunction::RunEnds() {
+    running_ = false;
+    if (unloaded_) {
+        owner_.setEnabled(true);
+        return;
+    }
+    cmdRun->setEnabled(true);
+    cmdClose->setEnabled(true);
+    frameOption->setEnabled(device_.TypeCode != StreamTypeCode);
+}
+
+void frmFunction::LinesCleared() {
+    for (QLabel* line : lblMsg)
+        ShowFitted(*line, {});
+}
+
+void frmFunction::LineBegins(int line, const std::string& text) {
+    ShowFitted(*lblMsg.at(static_cast<std::size_t>(line)), QString::fromStdString(text));
+}
+
+void frmFunction::LineEnds(int line, const std::string& text) {
+    LineBegins(line, text);
+}
+
+// A bar and a label that are already right are not painted again.
+void frmFunction::ProgressMoves(std::int16_t percent) {
+    if (percent == shownPercent_)
+        return;
+    shownPercent_ = percent;
+    lblProgress->setText(QString::number(percent) + "%");
+    const float width = static_cast<float>(percent) * static_cast<float>(shpBG->width()) / 100.0F;
+    shpProgress->resize(static_cast<int>(width), shpBG->height());
+}
+
+// The owner stays without input until the run has unwound.
+void frmFunction::ReadCompletes() {
+    if (unloaded_)
+        return;
+    unloaded_ = true;
+    owner_.setEnabled(false);
+    Unload();
+}
+
+void frmFunction::ImageChanged(const Regions& regions) {
+    owner_.ReopenViews(regions);
+}
+
+}  // namespace Tamber

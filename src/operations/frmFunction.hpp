@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <memory>
+
+#include "modFunc.hpp"
+#include "operations/FunctionDisplay.hpp"
+#include "operations/FunctionRun.hpp"
+#include "platform/Platform.hpp"
+
+class QCheckBox;
+class QFrame;
+class QGroupBox;
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace Tamber {
+
+class mdiMain;
+
+/// The dialog that runs the device functions and shows how they go. It is made anew each time it is
+/// opened. While a function runs it cannot be closed; a Read that completes takes it off the
+/// screen, but it exists, and its owner takes no input, until the run has unwound.
+class frmFunction : public QDialog, private FunctionDisplay {
+  public:
+    /// Tells the board the device type. All that is handed in outlives the dialog.
+    frmFunction(mdiMain& owner, modFunc& program, ProgrammerLink& link, Platform& platform);
+
+    /// Returns when the dialog has been closed and no function runs.
+    void ShowModally();
+
+    /// A function is running.
+    bool Running() const { return running_; }
+
+    void reject() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void MakeControls();
+    void MakeMessageLines();
+    void MakeOptions();
+    void MakeProgress();
+    void MakeButtons();
+    void Form_Load();
+    void cmdRun_Click();
+    void cmdClose_Click();
+    void Unload();
+
+    // FunctionDisplay
+    void RunBegins() override;
+    void RunEnds() override;
+    void LinesCleared() override;
+    void LineBegins(int line, const std::string& text) override;
+    void LineEnds(int line, const std::string& text) override;
+    void ProgressMoves(std::int16_t percent) override;
+    void ReadCompletes() override;
+    void ImageChanged(const Regions& regions) override;
+
+    mdiMain& owner_;
+    const modFunc& program_;
+    const DeviceRecord& device_;
+    std::unique_ptr<WindowTimer> tmrWait;
+    FunctionRun run_;
+
+    QListWidget* listFunction = nullptr;
+    QGroupBox* Frame1 = nullptr;
+    std::array<QLabel*, FunctionRun::MessageLines> lblMsg{};
+    QGroupBox* frameOption = nullptr;
+    QCheckBox* chkPM = nullptr;
+    QCheckBox* chkEM = nullptr;
+    QCheckBox* chkID = nullptr;
+    QCheckBox* chkCW = nullptr;
+    QFrame* shpBG = nullptr;
+    QFrame* shpProgress = nullptr;
+    QLabel* lblProgress = nullptr;
+    QPushButton* cmdRun = nullptr;
+    QPushButton* cmdClose = nullptr;
+
+    int shownPercent_ = -1;
+    bool running_ = false;
+    bool unloaded_ = false;  // a Read has taken the dialog off the screen
+};
+
+}  // namespace Tamber

@@ -1,0 +1,97 @@
+#include <QCheckBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "operations/frmFunction.hpp"
+#include "ui/WindowDesign.hpp"
+
+namespace Tamber {
+namespace {
+
+constexpr int ClientWidth = 7440;  // twips
+constexpr int ClientHeight = 3330;
+
+QCheckBox* MakeRegionBox(QGroupBox* frame, const char* name, const char* caption, int top) {
+    auto* box = new QCheckBox(caption, frame);
+    box->setChecked(true);
+    Place(*box, name, 120, top, 1635, 255);
+    return box;
+}
+
+QFrame* MakeBar(QWidget* parent, const char* name, QPalette::ColorRole role, QColor color) {
+    auto* bar = new QFrame(parent);
+    Place(*bar, name, 1680, 2760, 3735, 135);
+    QPalette palette = bar->palette();
+    palette.setColor(role, color);
+    bar->setPalette(palette);
+    bar->setAutoFillBackground(true);
+    return bar;
+}
+
+}  // namespace
+
+void frmFunction::MakeControls() {
+    setObjectName("frmFunction");
+    setWindowTitle("Function");
+    setFont(SansSerifFont());
+    setFixedSize(Pixels(ClientWidth), Pixels(ClientHeight));
+    listFunction = new QListWidget(this);
+    Place(*listFunction, "listFunction", 120, 240, 1455, 2400);
+    MakeMessageLines();
+    MakeOptions();
+    MakeProgress();
+    MakeButtons();
+
+    setTabOrder(listFunction, cmdRun);
+    setTabOrder(cmdRun, cmdClose);
+    setTabOrder(cmdClose, chkPM);
+    setTabOrder(chkPM, chkEM);
+    setTabOrder(chkEM, chkID);
+    setTabOrder(chkID, chkCW);
+    listFunction->setFocus();
+}
+
+void frmFunction::MakeMessageLines() {
+    Frame1 = new QGroupBox("Message:", this);
+    Place(*Frame1, "Frame1", 1680, 120, 3735, 2535);
+    int index = 0;
+    for (QLabel*& line : lblMsg) {
+        line = new QLabel(Frame1);
+        line->setTextFormat(Qt::PlainText);
+        const std::string name = "lblMsg" + std::to_string(index);
+        Place(*line, name.c_str(), 120, 240 + 240 * index, 3495, 255);
+        ++index;
+    }
+}
+
+void frmFunction::MakeOptions() {
+    frameOption = new QGroupBox("Option", this);
+    Place(*frameOption, "frameOption", 5520, 120, 1815, 1335);
+    chkPM = MakeRegionBox(frameOption, "chkPM", "Program Memory", 240);
+    chkEM = MakeRegionBox(frameOption, "chkEM", "EEPROM", 480);
+    chkID = MakeRegionBox(frameOption, "chkID", "ID Locations", 720);
+    chkCW = MakeRegionBox(frameOption, "chkCW", "Config. Word", 960);
+}
+
+void frmFunction::MakeProgress() {
+    shpBG = MakeBar(this, "shpBG", QPalette::Window, palette().color(QPalette::Base));
+    shpProgress = MakeBar(this, "shpProgress", QPalette::Window, QColor(0, 0, 192));
+    lblProgress = new QLabel(this);
+    lblProgress->setFont(CourierFont(9.75, true));
+    Place(*lblProgress, "lblProgress", 3000, 3000, 615, 255);
+}
+
+void frmFunction::MakeButtons() {
+    cmdRun = new QPushButton("Run", this);
+    Place(*cmdRun, "cmdRun", 360, 2760, 975, 375);
+    cmdRun->setDefault(true);
+    cmdClose = new QPushButton("Close", this);
+    Place(*cmdClose, "cmdClose", 6000, 2760, 975, 375);
+    connect(cmdRun, &QPushButton::clicked, this, &frmFunction::cmdRun_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &frmFunction::cmdClose_Click);
+}
+
+}  // namespace Tamber

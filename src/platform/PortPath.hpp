@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+namespace Tamber {
+
+/// What COM`commPort` stands for on this system. On Windows it is the port of that name. Elsewhere
+/// it is the file or link "com1", "com2", ... in `directory` where there is one (a link that leads
+/// nowhere counts too), else /dev/ttyS0 for 1, /dev/ttyS1 for 2, and so on.
+std::filesystem::path PortPath(const std::filesystem::path& directory, int commPort);
+
+}  // namespace Tamber

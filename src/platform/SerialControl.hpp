@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Tamber {
+
+/// A serial port that carries every byte value unchanged and is polled: no event is raised for
+/// received data. Nothing here throws or waits.
+class SerialControl {
+  public:
+    virtual ~SerialControl() = default;
+
+    /// Opens COM`commPort` with `settings` ("57600,N,8,1": baud rate, parity, data bits, stop
+    /// bits). The modem-control lines stay as the system sets them. Returns why it failed, as text
+    /// for the user: the system's reason, the path behind the port and, where that helps, what to
+    /// do.
+    [[nodiscard]] virtual std::optional<std::string> PortOpen(int commPort,
+                                                              std::string_view settings) = 0;
+
+    /// Sends `bytes` in one write. Bytes for a port that is not open, or has gone away, are lost;
+    /// the wait for the reply then times out.
+    virtual void Output(std::span<const std::uint8_t> bytes) = 0;
+
+    /// The number of received bytes waiting to be taken.
+    virtual int InBufferCount() = 0;
+
+    /// Replaces `bytes` by all received bytes that are waiting.
+    virtual void Input(std::vector<std::uint8_t>& bytes) = 0;
+};
+
+}  // namespace Tamber

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QSerialPort>
+
+#include "platform/EventDelivery.hpp"
+
+namespace Tamber {
+
+/// Events as Qt's event loop delivers them, with a short way for the bytes of a reply: a wait first
+/// looks at the serial port alone for a millisecond, which costs one system call, and enters the
+/// event loop, which costs many, only when nothing came or when the windows have waited for a few
+/// milliseconds. In the event loop it sleeps until there is an event, received bytes included.
+class QtEventDelivery final : public EventDelivery {
+  public:
+    QtEventDelivery();
+
+    void DeliverEvents() override;
+
+    /// The port whose bytes end a wait. It may go away before this object does.
+    void WatchPort(QSerialPort* port);
+
+  private:
+    bool PortHasBytes();
+
+    QPointer<QSerialPort> port_;
+    QElapsedTimer sinceEventLoop_;
+};
+
+}  // namespace Tamber

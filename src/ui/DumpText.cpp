@@ -1,0 +1,106 @@
+#include "ui/DumpText.hpp"
+
+#include <algorithm>
+#include <numeric>
+
+#include "core/Blocks.hpp"
+#include "core/HexText.hpp"
+
+namespace Tamber {
+namespace {
+
+constexpr int WordsInRow = 8;
+constexpr int EepromBytesInRow = 16;
+constexpr int ProgramRowsInRegion = MemoryImage::ProgramWordsMax / WordsInRow;
+constexpr std::size_t ProgramRowLength = 55;
+constexpr std::size_t EepromRowLength = 71;
+
+char Printable(std::uint8_t byte) {
+    return byte < 32 || byte >= 128 ? '.' : static_cast<char>(byte);
+}
+
+void AppendProgramRow(std::string& text, const MemoryImage& image, int row) {
+    const auto bytes = image.Bytes(row * 2 * WordsInRow, 2 * WordsInRow);
+    AppendHexWord(text, static_cast<std::uint32_t>(row * WordsInRow));
+    text += '=';
+    for (std::size_t index = 0; index < bytes.size(); index += 2) {
+        AppendHexByte(text, bytes[index + 1]);
+        AppendHexByte(text, bytes[index]);
+        text += ' ';
+    }
+    for (std::size_t index = 0; index < bytes.size(); index += 2)
+        text += Printable(bytes[index]);
+    text += "\r\n";
+}
+
+void AppendEepromRow(std::string& text, const MemoryImage& image, int row) {
+    const auto bytes =
+        image.Bytes(MemoryImage::Eeprom + row * 2 * EepromBytesInRow, 2 * EepromBytesInRow);
+    AppendHexWord(text, static_cast<std::uint32_t>(row * EepromBytesInRow));
+    text += '=';
+    for (std::size_t index = 0; index < bytes.size(); index += 2) {
+        AppendHexByte(text, bytes[index]);
+        text += ' ';
+    }
+    for (std::size_t index = 0; index < bytes.size(); index += 2)
+        text += Printable(bytes[index]);
+    text += "\r\n";
+}
+
+std::string Heading(std::size_t blanksBeforeHex, std::size_t blanksBehindHex) {
+    return "ADDR" + std::string(blanksBeforeHex, ' ') + "HEX" + std::string(blanksBehindHex, ' ') +
+           "ASCII\r\n";
+}
+
+}  // namespace
+
+std::string ProgramDumpHeader() {
+    return Heading(19, 20);
+}
+
+std::string EepromDumpHeader() {
+    return Heading(23, 28);
+}
+
+std::string ProgramDump(const MemoryImage& image, int topRow) {
+    std::string text;
+    text.reserve(ProgramDumpRows * ProgramRowLength);
+    const int end = std::min(topRow + ProgramDumpRows, ProgramRowsInRegion);
+    for (int row = std::max(topRow, 0); row < end; ++row)
+        AppendProgramRow(text, image, row);
+    return text;
+}
+
+int ProgramDumpTopRowMax(int programWords) {
+    const int words = std::clamp(programWords, 0, MemoryImage::ProgramWordsMax);
+    return std::max(BlockCount(words) - ProgramDumpRows, 0);
+}
+
+std::uint32_t ProgramChecksum(const MemoryImage& image, int programWords) {
+    const auto bytes =
+        image.Bytes(0, std::clamp(programWords, 0, 2 * MemoryImage::ProgramWordsMax));
+    return std::accumulate(bytes.begin(), bytes.end(), std::uint32_t{0}) % 65'536;
+}
+
+std::string EepromDump(const MemoryImage& image, int eepromBytes) {
+    std::string text;
+    const int rows = std::clamp(eepromBytes / EepromBytesInRow, 0, EepromDumpRowsMax);
+    text.reserve(static_cast<std::size_t>(rows) * EepromRowLength);
+    for (int row = 0; row < rows; ++row)
+        AppendEepromRow(text, image, row);
+    return text;
+}
+
+std::string IdLocationsText(const MemoryImage& image) {
+    std::string text;
+    for (int location = 0; location < 4; ++location)
+        AppendHexByte(text, image.Byte(MemoryImage::IdLocations + 2 * location));
+    return text;
+}
+
+std::string ConfigurationWordText(const MemoryImage& image) {
+    return HexByte(image.Byte(MemoryImage::ConfigurationWord + 1)) +
+           HexByte(image.Byte(MemoryImage::ConfigurationWord));
+}
+
+}  // namespace Tamber

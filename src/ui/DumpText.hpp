@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/MemoryImage.hpp"
+
+namespace Tamber {
+
+/// The texts of the buffer views, ASCII, lines ended by CR LF.
+
+constexpr int ProgramDumpRows = 16;  ///< rows of 8 words on show at a time
+constexpr int EepromDumpRowsMax = 16;
+
+/// The column headings, with their line end.
+std::string ProgramDumpHeader();
+std::string EepromDumpHeader();
+
+/// Sixteen rows of 8 program words from row `topRow` on: word address, words, low bytes as
+/// characters. Rows past the end of the program-memory region are left out.
+std::string ProgramDump(const MemoryImage& image, int topRow);
+
+/// The last value of `topRow` for a device: its last page of rows, 0 when all fit on one page.
+int ProgramDumpTopRowMax(int programWords);
+
+/// The first `programWords` bytes of the image summed modulo 65,536. The sum takes as many bytes as
+/// the device has words, so it covers the first half of program memory.
+std::uint32_t ProgramChecksum(const MemoryImage& image, int programWords);
+
+/// Rows of 16 EEPROM bytes: byte address, bytes, characters; at most 16 rows.
+std::string EepromDump(const MemoryImage& image, int eepromBytes);
+
+/// The low bytes of the four ID locations, eight hexadecimal digits, the first location first.
+std::string IdLocationsText(const MemoryImage& image);
+
+/// The configuration word, four hexadecimal digits.
+std::string ConfigurationWordText(const MemoryImage& image);
+
+}  // namespace Tamber

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QFont>
+#include <QRect>
+#include <QString>
+
+class QLabel;
+class QWidget;
+
+namespace Tamber {
+
+/// The windows are designed in twips, 1/1440 inch. At 96 dots an inch a device-independent pixel is
+/// 15 twips; Qt scales those pixels to the display.
+constexpr int Pixels(int twips) {
+    return (twips + 7) / 15;
+}
+
+/// Puts `control` at a place and size given in twips, and names it.
+void Place(QWidget& control, const char* name, int left, int top, int width, int height);
+
+/// The fonts of the windows, or the closest ones that the system has. Sizes are in points at 96
+/// dots an inch, so that a text keeps its proportion to the control it stands in.
+QFont SansSerifFont(double points = 8.25);
+QFont CourierFont(double points, bool bold);
+
+/// A text that came from outside the program (a device name, a file name). Bytes that are no UTF-8
+/// are taken as Latin-1.
+QString OutsideText(const std::string& bytes);
+
+/// Shows `text` in `label` as it stands. A text too wide for the label is set narrower, down to
+/// three quarters, rather than cut off. A text that is already there is not painted again.
+void ShowFitted(QLabel& label, const QString& text);
+
+}  // namespace Tamber

@@ -1,0 +1,23 @@
+#include "ui/frmEEPROM.hpp"
+
+#include "ui/DumpText.hpp"
+#include "ui/DumpTextBox.hpp"
+#include "ui/WindowDesign.hpp"
+
+namespace Tamber {
+
+frmEEPROM::frmEEPROM(const modFunc& program)
+    : program_(program), txtBuffer(new DumpTextBox(this)), DumpHeader(EepromDumpHeader()) {
+    setObjectName("frmEEPROM");
+    setWindowTitle("EEPROM");
+    Place(*txtBuffer, "txtBuffer", 120, 120, 9495, 3615);
+    UpdateBuffer();
+}
+
+void frmEEPROM::UpdateBuffer() {
+    const DeviceRecord& device = program_.catalogue.Record(program_.settings.SelectedDevice);
+    DumpBody = EepromDump(program_.image, device.EepromBytes);
+    txtBuffer->ShowDump(DumpHeader + DumpBody);
+}
+
+}  // namespace Tamber

@@ -1,0 +1,215 @@
+#include "ui/mdiMain.hpp"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "StartUp.hpp"
+#include "core/HexText.hpp"
+#include "files/HexFile.hpp"
+#include "operations/frmFunction.hpp"
+#include "ui/StatusBar.hpp"
+#include "ui/WindowDesign.hpp"
+
+namespace Tamber {
+namespace {
+
+// Room for the three views at their home positions, menu and status bar included.
+constexpr QSize RoomForViews(740, 640);
+
+// The board's characters from..to of the identification, byte by byte.
+std::string Characters(const std::vector<std::uint8_t>& reply, std::size_t from, std::size_t to) {
+    const QByteArray bytes(reinterpret_cast<const char*>(reply.data()) + from,
+                           static_cast<qsizetype>(to - from + 1));
+    return QString::fromLatin1(bytes).toStdString();
+}
+
+}  // namespace
+
+mdiMain::mdiMain(modFunc& program, Platform& platform)
+    : program_(program),
+      platform_(platform),
+      cm(platform.NewSerialControl()),
+      totmr(platform.NewTimer()),
+      cdia(platform.NewFileDialog()),
+      link_(program.link, *cm, *totmr, platform.Events()) {
+    setObjectName("mdiMain");
+    setWindowTitle("Tamber ~ PIC Programmer");
+    sbar = new StatusBar(this);
+    setStatusBar(sbar);
+    MakeMenus();
+    MakeDocumentArea();
+}
+
+mdiMain::~mdiMain() = default;
+
+void mdiMain::MakeDocumentArea() {
+    documents_ = new QMdiArea(this);
+    documents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    documents_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(documents_);
+    views_ = std::make_unique<BufferViews>(*documents_, program_);
+    resize(RoomForViews.boundedTo(screen()->availableSize() - QSize(0, 40)));
+}
+
+const DeviceRecord& mdiMain::SelectedRecord() const {
+    return program_.catalogue.Record(program_.settings.SelectedDevice);
+}
+
+void mdiMain::ShowSelectedDevice() {
+    const DeviceRecord& device = SelectedRecord();
+    sbar->SetPanel(2, "Device: " + OutsideText(device.Name));
+    sbar->SetPanel(
+        3, "Size: " +
+               QString::fromStdString(HexNumber(static_cast<std::uint32_t>(device.ProgramWords))) +
+               "H");
+}
+
+void mdiMain::MDIForm_Load() {
+    Activated = false;
+    ShowSelectedDevice();
+    if (const auto failure = link_.OpenPort(program_.settings.CommPortNumber)) {
+        ShowPortFailure(*failure);
+        return;
+    }
+    link_.IdentifyProgrammer();
+    sbar->SetPanel(1, "COM" + QString::number(program_.settings.CommPortNumber));
+    BufferClearConfig_Click();
+    BufferClearDM_Click();
+    BufferClearPM_Click();
+}
+
+void mdiMain::ShowPortFailure(const std::string& reason) {
+    platform_.Boxes().Show("COM" + std::to_string(program_.settings.CommPortNumber) + ", " + reason,
+                           "Communication Port Error", BoxIcon::Critical);
+    sbar->SetPanel(1, "FAIL");
+    program_.link.ProgrammerFound = false;
+}
+
+// Desktops tell of an activation in their own time and some, without a window manager, not at all.
+// So the first appearance counts as one; MDIForm_Activate acts only once.
+bool mdiMain::event(QEvent* event) {
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::Show)
+        activateWindow();
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
+        QMetaObject::invokeMethod(
+            this, [this] { MDIForm_Activate(); }, Qt::QueuedConnection);
+    return handled;
+}
+
+void mdiMain::MDIForm_Activate() {
+    if (Activated || activating_ || !isVisible())
+        return;
+    activating_ = true;
+    ShowProgrammerInfo();
+    activating_ = false;
+}
+
+void mdiMain::ShowProgrammerInfo() {
+    const auto& reply = program_.link.ReplyBytes;
+    if (program_.link.ProgrammerFound)
+        platform_.Boxes().Show("Device: " + Characters(reply, 1, 5) + "\r\nVersion " +
+                                   Characters(reply, 8, 8) + "." + Characters(reply, 9, 9),
+                               ProgramTitle, BoxIcon::None);
+    else
+        platform_.Boxes().Show("Communication Error!", "Device Error", BoxIcon::Critical);
+    BufferView_Click();
+    Activated = true;
+}
+
+// A function that is running must find its dialog and its window to the end.
+void mdiMain::closeEvent(QCloseEvent* event) {
+    if (runningFunctions_ && runningFunctions_->Running()) {
+        event->ignore();
+        return;
+    }
+    MDIForm_Unload();
+    event->accept();
+    QCoreApplication::exit(0);
+}
+
+void mdiMain::MDIForm_Unload() {
+    if (const auto failure = SaveSettings(SettingsFile(program_), program_.settings))
+        platform_.Boxes().Show(Describe(*failure), ProgramTitle, BoxIcon::Critical);
+}
+
+void mdiMain::ReopenViews(const Regions& regions) {
+    if (regions.ProgramMemory)
+        views_->ReopenProgramMemory();
+    if (regions.Eeprom && views_->HasEeprom())
+        views_->ReopenEeprom();
+    if (regions.IdLocations || regions.ConfigurationWord)
+        views_->ReopenConfiguration();
+}
+
+void mdiMain::FileLoad_Click() {
+    if (cdia->ShowOpen())
+        OpenHexFile();
+}
+
+void mdiMain::OpenHexFile() {
+    const HexReadResult result = LoadHexFile(cdia->FileName(), program_.image);
+    if (result.Outcome == HexOutcome::ChecksumError)
+        platform_.Boxes().Show("Checksum Error in hex file!", "File Load Error", BoxIcon::Critical);
+    if (result.Outcome == HexOutcome::NoEndRecord)
+        platform_.Boxes().Show("No end record in hex file!", "File Load Error", BoxIcon::Critical);
+    if (result.Outcome != HexOutcome::Loaded)
+        return;
+    sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
+    views_->CloseAll();
+    BufferView_Click();
+}
+
+void mdiMain::FileSave_Click() {}
+
+void mdiMain::FileExit_Click() {
+    close();
+}
+
+void mdiMain::BufferView_Click() {
+    views_->Show();
+}
+
+void mdiMain::BufferClearPM_Click() {
+    program_.image.ClearProgramMemory(SelectedRecord().TypeCode);
+    views_->ReopenProgramMemory();
+}
+
+void mdiMain::BufferClearDM_Click() {
+    program_.image.ClearEeprom();
+    if (views_->HasEeprom())
+        views_->ReopenEeprom();
+}
+
+void mdiMain::BufferClearConfig_Click() {
+    program_.image.ClearConfiguration();
+    views_->ReopenConfiguration();
+}
+
+void mdiMain::BufferClearAll_Click() {
+    BufferClearConfig_Click();
+    BufferClearDM_Click();
+    BufferClearPM_Click();
+}
+
+void mdiMain::DeviceSelect_Click() {}
+
+void mdiMain::DeviceFunction_Click() {
+    frmFunction dialog(*this, program_, link_, platform_);
+    runningFunctions_ = &dialog;
+    dialog.ShowModally();
+    runningFunctions_ = nullptr;
+}
+
+void mdiMain::OptionsEditAuto_Click() {}
+
+void mdiMain::OptionsSettings_Click() {}
+
+void mdiMain::HelpContents_Click() {}
+
+void mdiMain::HelpAbout_Click() {}
+
+}  // namespace Tamber

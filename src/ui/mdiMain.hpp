@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "link/ProgrammerLink.hpp"
+#include "modFunc.hpp"
+#include "operations/FunctionDisplay.hpp"
+#include "platform/Platform.hpp"
+#include "ui/BufferViews.hpp"
+
+class QAction;
+class QMdiArea;
+
+namespace Tamber {
+
+class StatusBar;
+class frmFunction;
+
+/// The program's top-level window: menus, status bar, the buffer views as child windows. It owns
+/// the serial port, the time-out timer and the file dialog.
+class mdiMain : public QMainWindow {
+  public:
+    /// `program` and `platform` outlive the window. The time-out timer runs from here on.
+    mdiMain(modFunc& program, Platform& platform);
+    ~mdiMain() override;
+
+    /// What happens before the window is shown: device and size into the status bar, the port
+    /// opened, the board identified (which takes the time-out timer's period), the image cleared.
+    void MDIForm_Load();
+
+    /// Brings the buffer views up to date with these regions of the image.
+    void ReopenViews(const Regions& regions);
+
+  protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void MakeMenus();
+    void MakeDocumentArea();
+    QAction* AddItem(QMenu& menu, const char* name, const char* caption,
+                     void (mdiMain::*handler)());
+    static void AddSeparator(QMenu& menu, const char* name);
+
+    void MDIForm_Activate();
+    void MDIForm_Unload();
+    void ShowProgrammerInfo();
+    void ShowPortFailure(const std::string& reason);
+    void ShowSelectedDevice();
+    const DeviceRecord& SelectedRecord() const;
+
+    void FileLoad_Click();
+    void FileSave_Click();
+    void FileExit_Click();
+    void BufferView_Click();
+    void BufferClearPM_Click();
+    void BufferClearDM_Click();
+    void BufferClearConfig_Click();
+    void BufferClearAll_Click();
+    void DeviceSelect_Click();
+    void DeviceFunction_Click();
+    void OptionsEditAuto_Click();
+    void OptionsSettings_Click();
+    void HelpContents_Click();
+    void HelpAbout_Click();
+
+    void OpenHexFile();
+
+    modFunc& program_;
+    Platform& platform_;
+    std::unique_ptr<SerialControl> cm;
+    std::unique_ptr<WindowTimer> totmr;
+    std::unique_ptr<FileDialog> cdia;
+    ProgrammerLink link_;
+    StatusBar* sbar = nullptr;
+    QMdiArea* documents_ = nullptr;
+    std::unique_ptr<BufferViews> views_;
+    frmFunction* runningFunctions_ = nullptr;  // while the function dialog is open
+    bool Activated = false;
+    bool activating_ = false;
+};
+
+}  // namespace Tamber
