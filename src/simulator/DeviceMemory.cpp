@@ -1,0 +1,111 @@
+#include "simulator/DeviceMemory.hpp"
+
+#include <cassert>
+
+namespace Tamber::Simulator {
+
+namespace {
+
+constexpr std::uint32_t ProgramEnd = 0x4000;
+
+}  // namespace
+
+DeviceMemory::DeviceMemory(const DeviceShape& shape)
+    : shape_(shape),
+      program_(static_cast<std::size_t>(shape.programWords) * 2),
+      eeprom_(static_cast<std::size_t>(shape.eepromBytes) * 2) {
+    assert(shape.programWords >= 0 && shape.programWords <= 8192);
+    assert(shape.eepromBytes >= 0 && shape.eepromBytes <= 256);
+    EraseProgram();
+    EraseEeprom();
+    EraseIds();
+    EraseConfiguration();
+}
+
+const std::uint8_t* DeviceMemory::Find(std::uint32_t address) const {
+    if (address < program_.size())
+        return &program_[address];
+    if (address >= IdAddress && address < IdAddress + idBlock_.size())
+        return &idBlock_[address - IdAddress];
+    if (address >= EepromAddress && address < EepromAddress + eeprom_.size())
+        return &eeprom_[address - EepromAddress];
+    return nullptr;
+}
+
+std::uint8_t DeviceMemory::BlankByte(std::uint32_t address) const {
+    if (address % 2 == 0)
+        return 0xFF;
+    if (address < ProgramEnd)
+        return shape_.typeCode < 6 ? 0x0F : 0x3F;
+    return address == ConfigurationAddress + 1 ? 0x3F : 0xFF;
+}
+
+std::uint8_t DeviceMemory::ByteAt(std::uint32_t address) const {
+    const auto* const byte = Find(address);
+    return byte != nullptr ? *byte : BlankByte(address);
+}
+
+bool DeviceMemory::SetByte(std::uint32_t address, std::uint8_t value) {
+    auto* const byte = const_cast<std::uint8_t*>(Find(address));
+    if (byte == nullptr)
+        return false;
+    *byte = value;
+    return true;
+}
+
+BlockBytes DeviceMemory::Block(std::uint32_t address) const {
+    BlockBytes block{};
+    for (auto& byte : block)
+        byte = ByteAt(address++);
+    return block;
+}
+
+std::uint32_t DeviceMemory::StreamSource(std::uint32_t address) const {
+    const auto programBytes = static_cast<std::uint32_t>(program_.size());
+    if (address < 2)
+        return ConfigurationAddress + address;
+    if (address < programBytes + 2)
+        return address - 2;
+    return IdAddress + (address - programBytes - 2);
+}
+
+BlockBytes DeviceMemory::StreamBlock(std::uint32_t address) const {
+    const auto end = static_cast<std::uint32_t>(program_.size()) + 10;
+    BlockBytes block{};
+    for (auto& byte : block) {
+        byte = address < end ? ByteAt(StreamSource(address)) : BlankByte(address % 2);
+        ++address;
+    }
+    return block;
+}
+
+std::optional<std::uint32_t> DeviceMemory::Write(std::uint32_t address,
+                                                 std::span<const std::uint8_t> bytes) {
+    for (const auto byte : bytes) {
+        if (!SetByte(address, byte))
+            return address;
+        ++address;
+    }
+    return std::nullopt;
+}
+
+void DeviceMemory::EraseProgram() {
+    for (std::uint32_t i = 0; i < program_.size(); ++i)
+        program_[i] = BlankByte(i);
+}
+
+void DeviceMemory::EraseEeprom() {
+    eeprom_.assign(eeprom_.size(), 0xFF);
+}
+
+void DeviceMemory::EraseIds() {
+    for (auto address = IdAddress; address < ConfigurationAddress; ++address)
+        SetByte(address, BlankByte(address));
+}
+
+void DeviceMemory::EraseConfiguration() {
+    SetByte(ConfigurationAddress, BlankByte(ConfigurationAddress));
+    SetByte(ConfigurationAddress + 1, BlankByte(ConfigurationAddress + 1));
+}
+
+}  // namespace Tamber::Simulator
