@@ -1,10 +1,14 @@
 #include <QApplication>
+#include <QIcon>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 
 #include "StartUp.hpp"
 #include "platform/qt/QtPlatform.hpp"
+#include "ui/WindowDesign.hpp"
+#include "ui/frmAbout.hpp"
 #include "ui/mdiMain.hpp"
 
 namespace {
@@ -50,8 +54,13 @@ int main(int, char** argv) {
 
     // The main window says when the program ends; a box closed before it appears does not.
     QApplication::setQuitOnLastWindowClosed(false);
-    mdiMain window(program, platform);
-    window.MDIForm_Load();
-    window.show();
+    QApplication::setWindowIcon(ApplicationIcon());
+    std::unique_ptr<mdiMain> window;
+    frmAbout splash(nullptr, platform, [&] {
+        window = std::make_unique<mdiMain>(program, platform);
+        window->MDIForm_Load();
+        window->show();
+    });
+    splash.show();
     return QApplication::exec();
 }

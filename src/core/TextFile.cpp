@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #ifdef _WIN32
 #include <io.h>
@@ -19,11 +20,12 @@ struct CloseFile {
 };
 using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
-FileHandle Open(const std::filesystem::path& path, bool forWriting) {
+// `mode` as for fopen; with an "x" in it, a file that exists is not opened.
+FileHandle Open(const std::filesystem::path& path, const char* mode) {
 #ifdef _WIN32
-    return FileHandle(_wfopen(path.c_str(), forWriting ? L"wb" : L"rb"));
+    return FileHandle(_wfopen(path.c_str(), std::filesystem::path(mode).c_str()));
 #else
-    return FileHandle(std::fopen(path.c_str(), forWriting ? "wb" : "rb"));
+    return FileHandle(std::fopen(path.c_str(), mode));
 #endif
 }
 
@@ -41,10 +43,42 @@ bool ForceToDisk(std::FILE* file) {
 #endif
 }
 
-std::optional<std::string> WriteWhole(const std::filesystem::path& path, std::string_view text) {
-    FileHandle file = Open(path, true);
-    if (!file)
+// The file that a chain of links leads to, whether or not it exists.
+std::filesystem::path LinkTarget(std::filesystem::path path) {
+    constexpr int LinksMax = 40;  // as many as the system itself follows
+    std::error_code error;
+    for (int links = 0; links < LinksMax && std::filesystem::is_symlink(path, error); ++links)
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    return path;
+}
+
+// Why `target` cannot be replaced, for one that is there.
+std::optional<std::string> Protection(const std::filesystem::path& target,
+                                      std::filesystem::file_status status) {
+    if (std::filesystem::is_directory(status))
+        return "Is a directory";
+    if (!std::filesystem::is_regular_file(status))
+        return "Not a regular file";
+    if (!Open(target, "r+b"))
         return LastReason();
+    return std::nullopt;
+}
+
+// Makes a file beside `target` under a name that nothing has yet.
+FileHandle CreateBeside(const std::filesystem::path& target, std::filesystem::path& beside) {
+    constexpr int NamesMax = 100;
+    FileHandle file;
+    for (int number = 0; !file && number < NamesMax; ++number) {
+        beside = target;
+        beside += ".new" + (number == 0 ? std::string() : std::to_string(number));
+        file = Open(beside, "wbx");
+        if (!file && errno != EEXIST)
+            break;
+    }
+    return file;
+}
+
+std::optional<std::string> WriteWhole(FileHandle file, std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
         std::fflush(file.get()) != 0 || !ForceToDisk(file.get()))
         return LastReason();
@@ -59,7 +93,7 @@ Contents ReadTextFile(const std::filesystem::path& path, std::size_t limit) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored))
         return Contents::Failed("Is a directory");
-    FileHandle file = Open(path, false);
+    FileHandle file = Open(path, "rb");
     if (!file)
         return Contents::Failed(LastReason());
     std::string text;
@@ -77,18 +111,23 @@ Contents ReadTextFile(const std::filesystem::path& path, std::size_t limit) {
 
 std::optional<std::string> ReplaceTextFile(const std::filesystem::path& path,
                                            std::string_view text) {
+    const std::filesystem::path target = LinkTarget(path);
     std::error_code error;
-    std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
-    if (error)
-        target = path;
-    std::filesystem::path beside = target;
-    beside += ".new";
-    if (auto reason = WriteWhole(beside, text)) {
+    const auto before = std::filesystem::status(target, error);
+    if (before.type() == std::filesystem::file_type::none)
+        return error.message();
+    if (std::filesystem::exists(before))
+        if (auto reason = Protection(target, before))
+            return reason;
+    std::filesystem::path beside;
+    FileHandle file = CreateBeside(target, beside);
+    if (!file)
+        return LastReason();
+    if (auto reason = WriteWhole(std::move(file), text)) {
         std::filesystem::remove(beside, error);
         return reason;
     }
-    const auto before = std::filesystem::status(target, error);
-    if (std::filesystem::is_regular_file(before))
+    if (std::filesystem::exists(before))
         std::filesystem::permissions(beside, before.permissions(), error);
     std::filesystem::rename(beside, target, error);
     if (!error)

@@ -17,7 +17,8 @@ Result<std::string, std::string> ReadTextFile(const std::filesystem::path& path,
 
 /// Replaces a file by `text`, or leaves it exactly as it was: the text is written beside it, forced
 /// to the disk and then renamed over it. A link is followed and stays a link; the permissions of a
-/// file that was there are kept. Returns the operating system's reason when that fails.
+/// file that was there are kept, and one that may not be written is not replaced. Returns the
+/// operating system's reason when that fails, or a sentence of our own for what is not a file.
 [[nodiscard]] std::optional<std::string> ReplaceTextFile(const std::filesystem::path& path,
                                                          std::string_view text);
 

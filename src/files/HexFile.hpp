@@ -27,6 +27,9 @@ struct HexReadResult {
     bool operator==(const HexReadResult&) const = default;
 };
 
+/// The most bytes that a HEX file may have: far above 10,000 lines of any sense.
+constexpr std::size_t HexFileSizeMax = 64 << 20;
+
 /// The most lines that a HEX file may have, the end record's included.
 constexpr int HexRecordTableMax = 10'000;
 

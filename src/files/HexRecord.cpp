@@ -57,8 +57,6 @@ std::optional<HexRecord> ParseHexRecord(std::string_view line) {
         if (data < dataBytes)
             record.Data[data++] = value;
     }
-    std::fill(record.Data.begin() + static_cast<std::ptrdiff_t>(data),
-              record.Data.begin() + static_cast<std::ptrdiff_t>(dataBytes), std::uint8_t{0});
     record.ChecksumGood = sum % 256 == 0;
     return parsed;
 }

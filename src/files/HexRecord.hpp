@@ -13,17 +13,18 @@ namespace Tamber {
 struct HexRecord {
     static constexpr int DataMax = 51;
     static constexpr std::size_t LengthMin = 7;  ///< characters up to the end of the address
+    static constexpr std::size_t TypeEnd = 9;    ///< and up to the end of the record type
 
     static constexpr std::int16_t DataType = 0;
     static constexpr std::int16_t EndType = 1;
 
-    std::string_view Line;                   ///< without its line end
-    std::int32_t Address = 0;                ///< characters 4-7, a byte address
-    std::int16_t ByteCount = 0;              ///< characters 2-3
-    std::int16_t Type = 0;                   ///< characters 8-9
-    std::uint8_t Checksum = 0;               ///< the last two characters
-    bool ChecksumGood = false;               ///< all bytes of the line sum to 0 modulo 256
-    std::array<std::uint8_t, DataMax> Data;  ///< from character 10 on; the first ByteCount are set
+    std::string_view Line;                     ///< without its line end
+    std::int32_t Address = 0;                  ///< characters 4-7, a byte address
+    std::int16_t ByteCount = 0;                ///< characters 2-3
+    std::int16_t Type = 0;                     ///< characters 8-9
+    std::uint8_t Checksum = 0;                 ///< the last two characters
+    bool ChecksumGood = false;                 ///< all bytes of the line sum to 0 modulo 256
+    std::array<std::uint8_t, DataMax> Data{};  ///< from character 10 on, then zeros
 };
 
 /// Takes a line apart. Data past the line's end read as 0. Nothing comes back when the address does

@@ -28,6 +28,37 @@ void ProgrammerLink::IdentifyProgrammer() {
     totmr_.Enable();
     state_.ReplyTimedOut = false;
     DeliverEventsUntil(events_, [this] { return state_.ReplyTimedOut; });
+    TakeIdentification();
+}
+
+void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence) {
+    int came = 0;
+    bool silent = false;
+    silence.OnTick([&] {
+        silent = true;
+        silence.Disable();
+    });
+    SendCommand(CommandIdentify);
+    totmr_.SetInterval(1000ms);
+    totmr_.Enable();
+    state_.ReplyTimedOut = false;
+    DeliverEventsUntil(events_, [&] {
+        if (const int count = cm_.InBufferCount(); count != came) {
+            came = count;
+            silent = false;
+            silence.Disable();
+            if (came >= IdentificationLength)
+                silence.Enable();
+        }
+        return silent || state_.ReplyTimedOut;
+    });
+    silence.Disable();
+    silence.OnTick({});
+    totmr_.Disable();
+    TakeIdentification();
+}
+
+void ProgrammerLink::TakeIdentification() {
     state_.ProgrammerFound = cm_.InBufferCount() == IdentificationLength;
     if (state_.ProgrammerFound)
         cm_.Input(state_.ReplyBytes);

@@ -30,6 +30,11 @@ class ProgrammerLink {
     /// anything else stays at the port.
     void IdentifyProgrammer();
 
+    /// The same without letting the period pass to its end: the wait is over as soon as 10 bytes
+    /// are there and none has followed them for one period of `silence`, or 1000 ms after the
+    /// request. Takes over the tick of `silence` while it lasts.
+    void IdentifyProgrammerAtOnce(WindowTimer& silence);
+
     /// Waits until ExpectedReplyLength bytes are waiting at the port or, 1000 ms after the wait
     /// began, ReplyTimedOut is set. Never takes a byte.
     void WaitForReply();
@@ -50,6 +55,7 @@ class ProgrammerLink {
 
   private:
     void totmr_Timer();
+    void TakeIdentification();
     bool TakeReply(std::int16_t expectedLength);
 
     LinkState& state_;

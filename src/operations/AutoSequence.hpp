@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 #include "core/FileFailure.hpp"
 
@@ -33,5 +34,16 @@ struct AutoSequence {
 /// be discarded. Codes outside 0..4 are taken as they are, and so is a negative count.
 [[nodiscard]] std::optional<FileFailure> LoadAutoSequence(const std::filesystem::path& file,
                                                           AutoSequence& sequence);
+
+/// Replaces the series file: the count, then the codes, one a line, each ended by CR LF. The file
+/// that was there stays as it was when that fails.
+[[nodiscard]] std::optional<FileFailure> SaveAutoSequence(const std::filesystem::path& file,
+                                                          const AutoSequence& sequence);
+
+/// The name under which a code 0..4 is listed ("Read", "Erase", ...); empty for any other.
+std::string_view FunctionName(std::int16_t code);
+
+/// The code of a name, by exact comparison; nothing for a text that is no name.
+std::optional<std::int16_t> FunctionCodeOf(std::string_view name);
 
 }  // namespace Tamber

@@ -30,12 +30,19 @@ int FirstNotBlank(const FunctionRun& run, std::optional<std::uint8_t> blankHigh)
     return 0;
 }
 
-// False when the board stopped answering.
+// False when the board stopped answering or the run is to end.
 bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
     const int blocks = BlockCount(region.size);
     int notBlank = -1;
+    if (run.StopRequested())
+        return false;
     run.BeginLine(region.heading);
     for (int block = 0; notBlank < 0 && block < blocks; ++block) {
+        if (run.StopRequested()) {
+            run.Link().SendCommand(CommandEnd);
+            run.EndLineStopped();
+            return false;
+        }
         run.ShowProgress(Percent(block, blocks));
         if (!run.Link().RequestBlock(region.address(block))) {
             run.ReportDeviceFault();
@@ -58,6 +65,8 @@ bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
 
 // Both parts are tested whichever of the two boxes is ticked.
 void CheckConfiguration(FunctionRun& run) {
+    if (run.StopRequested())
+        return;
     run.BeginLine("Blank Checking Config...");
     if (!run.Link().RequestBlock(ConfigurationBlock)) {
         run.ReportDeviceFault();

@@ -29,19 +29,19 @@ void EraseDevice(FunctionRun& run) {
         return;
     }
     const Regions& ticked = run.Ticked();
-    if (ticked.ProgramMemory) {
+    if (ticked.ProgramMemory && !run.StopRequested()) {
         EraseRegion(run, "Erasing Program Memory...", CommandEraseProgram);
         GoOn(run);
     }
-    if (ticked.Eeprom && run.EepromBytes() != 0) {
+    if (ticked.Eeprom && run.EepromBytes() != 0 && !run.StopRequested()) {
         EraseRegion(run, "Erasing EEPROM...", CommandEraseEeprom);
         GoOn(run);
     }
-    if (ticked.IdLocations) {
+    if (ticked.IdLocations && !run.StopRequested()) {
         EraseRegion(run, "Erasing ID Locs...", CommandEraseIdLocations);
         GoOn(run);
     }
-    if (ticked.ConfigurationWord) {
+    if (ticked.ConfigurationWord && !run.StopRequested()) {
         EraseRegion(run, "Erasing Config Word...", CommandEraseConfiguration);
         run.Pause(PauseMilliseconds);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "link/BoardIdentity.hpp"
 #include "operations/DeviceFunctions.hpp"
 
 namespace Tamber {
@@ -36,6 +37,8 @@ void FunctionRun::Run(std::int16_t functionCode, const Regions& regions) {
     display_.RunBegins();
     ClearLines();
     ErrorFlag = false;
+    DeviceFault = false;
+    Stopped = false;
     if (functionCode == FunctionAuto)
         RunAuto(*this);
     else
@@ -44,6 +47,8 @@ void FunctionRun::Run(std::int16_t functionCode, const Regions& regions) {
 }
 
 void FunctionRun::RunDeviceFunction(std::int16_t functionCode) {
+    if (watch_)
+        watch_->FunctionBegins(functionCode);
     switch (functionCode) {
         case FunctionRead:
             return ReadDevice(*this);
@@ -119,8 +124,19 @@ void FunctionRun::WaitOnePeriod() {
 }
 
 void FunctionRun::ReportDeviceFault() {
-    boxes_.Show("Communication Error!", "Device Error", BoxIcon::Critical);
+    DeviceFault = true;
+    boxes_.Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
     EndLine(line_ + DeviceFaultText);
+}
+
+bool FunctionRun::StopRequested() {
+    if (watch_ && watch_->StopRequested())
+        Stopped = true;
+    return Stopped;
+}
+
+void FunctionRun::EndLineStopped() {
+    EndLine(line_ + InterruptedText);
 }
 
 void FunctionRun::ClearLines() {

@@ -9,6 +9,7 @@
 #include "link/ProgrammerLink.hpp"
 #include "operations/AutoSequence.hpp"
 #include "operations/FunctionDisplay.hpp"
+#include "operations/FunctionWatch.hpp"
 #include "platform/EventDelivery.hpp"
 #include "platform/MessageBoxes.hpp"
 #include "platform/WindowTimer.hpp"
@@ -27,6 +28,9 @@ class FunctionRun {
     FunctionRun(const DeviceRecord& device, MemoryImage& image, const AutoSequence& series,
                 ProgrammerLink& link, WindowTimer& tmrWait, EventDelivery& events,
                 MessageBoxes& boxes, FunctionDisplay& display);
+
+    /// Has `watch` told of the functions and asked whether to go on; it must outlive the run.
+    void SetWatch(FunctionWatch& watch) { watch_ = &watch; }
 
     /// Tells the board the device type, if the board was found.
     void TellDeviceType();
@@ -86,11 +90,20 @@ class FunctionRun {
     /// current line. The function must then end at once and send nothing more.
     void ReportDeviceFault();
 
+    /// Asked before every region and every block. True: the function closes the sequence it is in,
+    /// as at the end of a region, and ends at once; Stopped is set.
+    bool StopRequested();
+
+    /// Ends the current message line by "   Interrupted!" behind what it reads.
+    void EndLineStopped();
+
     /// Empties all message lines and goes back to the first.
     void ClearLines();
 
     std::int16_t MessageLine = 0;  ///< 0..5, the line that receives the next message
     bool ErrorFlag = false;        ///< a failure in the data was found since the run began
+    bool DeviceFault = false;      ///< a reply did not come since the run began
+    bool Stopped = false;          ///< the run was ended before it was through
 
   private:
     const DeviceRecord& device_;
@@ -101,6 +114,7 @@ class FunctionRun {
     EventDelivery& events_;
     MessageBoxes& boxes_;
     FunctionDisplay& display_;
+    FunctionWatch* watch_ = nullptr;
     Regions regions_;
     std::string line_;  // what the current message line reads
     bool waitDone_ = false;
@@ -109,5 +123,6 @@ class FunctionRun {
 /// Texts that several functions use.
 constexpr char OkText[] = "   OK!";
 constexpr char DeviceFaultText[] = "   Device Fault!";
+constexpr char InterruptedText[] = "   Interrupted!";
 
 }  // namespace Tamber

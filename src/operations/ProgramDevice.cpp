@@ -36,13 +36,20 @@ void EndSequence(FunctionRun& run) {
     run.Link().SendCommand(CommandEnd);
 }
 
-// False when the board stopped answering.
+// False when the board stopped answering or the run is to end.
 bool WriteBlocks(FunctionRun& run, const WriteRegion& region) {
+    if (run.StopRequested())
+        return false;
     run.BeginLine(region.heading);
     run.Link().SendCommand(CommandWrite);
     bool written = true;
     BlockAddress address;
     for (int block = 0; written && block <= LastBlock(region.size); ++block) {
+        if (run.StopRequested()) {
+            EndSequence(run);
+            run.EndLineStopped();
+            return false;
+        }
         run.ShowProgress(Percent(block, BlockCount(region.size)));
         address = region.address(block);
         const int index = region.imageStart + block * MemoryImage::BlockBytes;
@@ -65,6 +72,8 @@ bool WriteBlocks(FunctionRun& run, const WriteRegion& region) {
 }
 
 void WriteConfiguration(FunctionRun& run) {
+    if (run.StopRequested())
+        return;
     const bool both = run.Ticked().IdLocations && run.Ticked().ConfigurationWord;
     run.BeginLine("Programming ID and Config...");
     run.Link().SendCommand(CommandWrite);

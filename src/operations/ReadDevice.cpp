@@ -23,8 +23,14 @@ bool Request(FunctionRun& run, BlockAddress address) {
     return false;
 }
 
+// False when the board stopped answering or the run is to end.
 bool ReadBlocks(FunctionRun& run, int size, BlockAddress (*address)(int), int imageStart) {
     for (int block = 0; block <= LastBlock(size); ++block) {
+        if (run.StopRequested()) {
+            run.Link().SendCommand(CommandEnd);
+            run.EndLineStopped();
+            return false;
+        }
         run.ShowProgress(Percent(block, BlockCount(size)));
         if (!Request(run, address(block)))
             return false;
@@ -60,6 +66,8 @@ bool ConvertStream(FunctionRun& run) {
 }
 
 bool ReadProgramMemory(FunctionRun& run) {
+    if (run.StopRequested())
+        return false;
     run.BeginLine("Reading Program Memory...");
     if (!ReadBlocks(run, run.ProgramWords(), ProgramBlock, 0))
         return false;
@@ -70,6 +78,8 @@ bool ReadProgramMemory(FunctionRun& run) {
 }
 
 bool ReadEeprom(FunctionRun& run) {
+    if (run.StopRequested())
+        return false;
     run.BeginLine("Reading EEPROM...");
     if (!ReadBlocks(run, run.EepromBytes(), EepromBlock, MemoryImage::Eeprom))
         return false;
@@ -78,7 +88,7 @@ bool ReadEeprom(FunctionRun& run) {
 }
 
 bool ReadConfiguration(FunctionRun& run) {
-    if (!Request(run, ConfigurationBlock))
+    if (run.StopRequested() || !Request(run, ConfigurationBlock))
         return false;
     if (run.Ticked().IdLocations)
         for (int byteIndex = 0; byteIndex < 8; ++byteIndex)

@@ -39,6 +39,11 @@ bool Request(FunctionRun& run, BlockAddress address) {
     return false;
 }
 
+void EndStopped(FunctionRun& run) {
+    run.Link().SendCommand(CommandEnd);
+    run.EndLineStopped();
+}
+
 // What distinguishes the two regions that are compared block by block.
 struct VerifyRegion {
     const char* heading;
@@ -48,12 +53,18 @@ struct VerifyRegion {
     int step;  // 2 compares the low bytes only
 };
 
-// False when the board stopped answering.
+// False when the board stopped answering or the run is to end.
 bool VerifyBlocks(FunctionRun& run, const VerifyRegion& region) {
     const int blocks = BlockCount(region.size);
     int difference = -1;
+    if (run.StopRequested())
+        return false;
     run.BeginLine(region.heading);
     for (int block = 0; difference < 0 && block < blocks; ++block) {
+        if (run.StopRequested()) {
+            EndStopped(run);
+            return false;
+        }
         run.ShowProgress(Percent(block, blocks));
         if (!Request(run, region.address(block)))
             return false;
@@ -76,7 +87,7 @@ bool VerifyBlocks(FunctionRun& run, const VerifyRegion& region) {
 
 // One request serves both; each has a line of its own, and only a result.
 void VerifyConfiguration(FunctionRun& run) {
-    if (!Request(run, ConfigurationBlock))
+    if (run.StopRequested() || !Request(run, ConfigurationBlock))
         return;
     if (run.Ticked().IdLocations) {
         const bool same = FirstDifference(run, MemoryImage::IdLocations, 1, 8) == 0;
@@ -106,8 +117,12 @@ class StreamVerify {
 
     void Run() {
         const int blocks = BlockCount(words_);
+        if (run_.StopRequested())
+            return;
         run_.BeginLine("Verifying CW...");
         for (int block = 0; block <= blocks; ++block) {
+            if (run_.StopRequested())
+                return EndStopped(run_);
             run_.ShowProgress(Percent(block, blocks));
             if (!Request(run_, ProgramBlock(block)))
                 return;

@@ -45,7 +45,7 @@ void frmFunction::ShowModally() {
 void frmFunction::cmdRun_Click() {
     if (running_)
         return;
-    run_.Run(static_cast<std::int16_t>(listFunction->currentRow()),
+    run_.Run(static_cast<std::int16_t>(HighlightedRow(*listFunction)),
              {chkPM->isChecked(), chkEM->isChecked(), chkID->isChecked(), chkCW->isChecked()});
 }
 

@@ -34,12 +34,10 @@ QFrame* MakeBar(QWidget* parent, const char* name, QPalette::ColorRole role, QCo
 }  // namespace
 
 void frmFunction::MakeControls() {
-    setObjectName("frmFunction");
-    setWindowTitle("Function");
-    setFont(SansSerifFont());
-    setFixedSize(Pixels(ClientWidth), Pixels(ClientHeight));
+    DesignDialog(*this, "frmFunction", "Function", ClientWidth, ClientHeight);
     listFunction = new QListWidget(this);
     Place(*listFunction, "listFunction", 120, 240, 1455, 2400);
+    listFunction->setAccessibleName("Functions");
     MakeMessageLines();
     MakeOptions();
     MakeProgress();
@@ -55,7 +53,7 @@ void frmFunction::MakeControls() {
 }
 
 void frmFunction::MakeMessageLines() {
-    Frame1 = new QGroupBox("Message:", this);
+    Frame1 = MakeFrame("Message:", this);
     Place(*Frame1, "Frame1", 1680, 120, 3735, 2535);
     int index = 0;
     for (QLabel*& line : lblMsg) {
@@ -68,7 +66,7 @@ void frmFunction::MakeMessageLines() {
 }
 
 void frmFunction::MakeOptions() {
-    frameOption = new QGroupBox("Option", this);
+    frameOption = MakeFrame("Option", this);
     Place(*frameOption, "frameOption", 5520, 120, 1815, 1335);
     chkPM = MakeRegionBox(frameOption, "chkPM", "Program Memory", 240);
     chkEM = MakeRegionBox(frameOption, "chkEM", "EEPROM", 480);
@@ -79,16 +77,17 @@ void frmFunction::MakeOptions() {
 void frmFunction::MakeProgress() {
     shpBG = MakeBar(this, "shpBG", QPalette::Window, palette().color(QPalette::Base));
     shpProgress = MakeBar(this, "shpProgress", QPalette::Window, QColor(0, 0, 192));
+    shpBG->setAccessibleName("Progress");
     lblProgress = new QLabel(this);
     lblProgress->setFont(CourierFont(9.75, true));
     Place(*lblProgress, "lblProgress", 3000, 3000, 615, 255);
 }
 
 void frmFunction::MakeButtons() {
-    cmdRun = new QPushButton("Run", this);
+    cmdRun = MakeButton("Run", this);
     Place(*cmdRun, "cmdRun", 360, 2760, 975, 375);
     cmdRun->setDefault(true);
-    cmdClose = new QPushButton("Close", this);
+    cmdClose = MakeButton("Close", this);
     Place(*cmdClose, "cmdClose", 6000, 2760, 975, 375);
     connect(cmdRun, &QPushButton::clicked, this, &frmFunction::cmdRun_Click);
     connect(cmdClose, &QPushButton::clicked, this, &frmFunction::cmdClose_Click);

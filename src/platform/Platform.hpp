@@ -6,6 +6,7 @@
 #include "platform/FileDialog.hpp"
 #include "platform/MessageBoxes.hpp"
 #include "platform/SerialControl.hpp"
+#include "platform/ViewerStarter.hpp"
 #include "platform/WindowTimer.hpp"
 
 namespace Tamber {
@@ -17,6 +18,7 @@ class Platform {
 
     virtual EventDelivery& Events() = 0;
     virtual MessageBoxes& Boxes() = 0;
+    virtual ViewerStarter& Viewer() = 0;
     virtual std::unique_ptr<WindowTimer> NewTimer() = 0;
     virtual std::unique_ptr<SerialControl> NewSerialControl() = 0;
     virtual std::unique_ptr<FileDialog> NewFileDialog() = 0;

@@ -1,6 +1,5 @@
 #include "platform/PortPath.hpp"
 
-#include <string>
 #include <system_error>
 
 namespace Tamber {
@@ -15,6 +14,18 @@ std::filesystem::path PortPath([[maybe_unused]] const std::filesystem::path& dir
     if (std::filesystem::exists(std::filesystem::symlink_status(local, error)))
         return local;
     return "/dev/ttyS" + std::to_string(commPort - 1);
+#endif
+}
+
+std::string PortDescription(const std::filesystem::path& directory, int commPort) {
+    const std::filesystem::path path = PortPath(directory, commPort);
+#ifdef _WIN32
+    return path.string();
+#else
+    std::error_code error;
+    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+    const std::string link = error ? path.string() : path.string() + " -> " + target.string();
+    return link + (std::filesystem::exists(path, error) ? ", present" : ", not there");
 #endif
 }
 

@@ -31,6 +31,10 @@ class SerialControl {
 
     /// Replaces `bytes` by all received bytes that are waiting.
     virtual void Input(std::vector<std::uint8_t>& bytes) = 0;
+
+    /// True once an open port has gone away, as when its adapter is pulled out. Known at the latest
+    /// when the next wait has timed out.
+    virtual bool PortLost() const { return false; }
 };
 
 }  // namespace Tamber

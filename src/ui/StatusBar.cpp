@@ -17,7 +17,6 @@ class StatusPanel : public QLabel {
 
     void SetWhole(const QString& text) {
         whole_ = text;
-        setAccessibleName(text);
         ShowWhatFits();
     }
 
@@ -32,6 +31,7 @@ class StatusPanel : public QLabel {
   private:
     void ShowWhatFits() {
         setText(fontMetrics().elidedText(whole_, Qt::ElideMiddle, contentsRect().width()));
+        setAccessibleName(text() == whole_ ? QString() : whole_);
     }
 
     QString whole_;

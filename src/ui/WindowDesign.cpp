@@ -1,9 +1,19 @@
 #include "ui/WindowDesign.hpp"
 
+#include <QDialog>
+#include <QFontDatabase>
 #include <QFontMetrics>
+#include <QGroupBox>
+#include <QIcon>
 #include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
 #include <QStringDecoder>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QWidget>
+#include <algorithm>
 
 namespace Tamber {
 namespace {
@@ -11,8 +21,14 @@ namespace {
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr int NarrowestStretch = 75;
 
+// Only families that are there: the system's own substitutes for one that is not come from its
+// kind (any script face for a comic one), not from its measures.
 QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, bool bold) {
-    QFont font(families);
+    const auto installed = std::ranges::find_if(
+        families, [](const QString& family) { return QFontDatabase::hasFamily(family); });
+    QFont font;
+    if (installed != families.end())
+        font.setFamily(*installed);
     font.setStyleHint(hint);
     font.setPixelSize(qRound(points * PixelsPerPoint));
     font.setBold(bold);
@@ -26,6 +42,39 @@ void Place(QWidget& control, const char* name, int left, int top, int width, int
     control.setGeometry(Pixels(left), Pixels(top), Pixels(width), Pixels(height));
 }
 
+void DesignDialog(QDialog& dialog, const char* name, const char* caption, int width, int height) {
+    dialog.setObjectName(name);
+    dialog.setWindowTitle(caption);
+    dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                          Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+    dialog.setFont(SansSerifFont());
+    dialog.setFixedSize(Pixels(width), Pixels(height));
+}
+
+void CentreOnScreen(QWidget& window) {
+    QRect place(QPoint(), window.size());
+    place.moveCenter(window.screen()->availableGeometry().center());
+    window.move(place.topLeft());
+}
+
+QPushButton* MakeButton(const char* caption, QWidget* parent) {
+    auto* button = new QPushButton(caption, parent);
+    button->setAutoDefault(false);
+    return button;
+}
+
+int HighlightedRow(const QListWidget& list) {
+    const QList<QListWidgetItem*> highlighted = list.selectedItems();
+    return highlighted.isEmpty() ? -1 : list.row(highlighted.first());
+}
+
+QIcon ApplicationIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 256})
+        icon.addFile(QStringLiteral(":/icon/tamber-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
 QFont SansSerifFont(double points) {
     return FontOf({"MS Sans Serif", "Microsoft Sans Serif", "Liberation Sans", "Arimo", "Arial",
                    "Nimbus Sans", "DejaVu Sans Condensed"},
@@ -36,6 +85,22 @@ QFont CourierFont(double points, bool bold) {
     return FontOf({"Courier", "Courier New", "Liberation Mono", "Cousine", "Nimbus Mono PS",
                    "DejaVu Sans Mono"},
                   QFont::Monospace, points, bold);
+}
+
+QFont ComicFont(double points) {
+    QFont font = FontOf({"Comic Sans MS", "Comic Neue", "Comic Relief", "Humor Sans"},
+                        QFont::SansSerif, points, true);
+    font.setItalic(true);
+    return font;
+}
+
+QGroupBox* MakeFrame(const QString& caption, QWidget* parent) {
+    auto* frame = new QGroupBox(caption, parent);
+    if (QStyle* drawn = QStyleFactory::create("Windows")) {
+        drawn->setParent(frame);
+        frame->setStyle(drawn);
+    }
+    return frame;
 }
 
 QString OutsideText(const std::string& bytes) {

@@ -3,8 +3,14 @@
 #include <QFont>
 #include <QRect>
 #include <QString>
+#include <string>
 
+class QDialog;
+class QGroupBox;
+class QIcon;
 class QLabel;
+class QListWidget;
+class QPushButton;
 class QWidget;
 
 namespace Tamber {
@@ -18,10 +24,31 @@ constexpr int Pixels(int twips) {
 /// Puts `control` at a place and size given in twips, and names it.
 void Place(QWidget& control, const char* name, int left, int top, int width, int height);
 
+/// Gives a dialog its caption, the font of dialogs and a client area of this size in twips, with no
+/// minimise or maximise button.
+void DesignDialog(QDialog& dialog, const char* name, const char* caption, int width, int height);
+
+/// Moves a window that is about to be shown to the middle of its screen.
+void CentreOnScreen(QWidget& window);
+
+/// A button of a dialog; Enter presses it only when it is made the default one.
+QPushButton* MakeButton(const char* caption, QWidget* parent);
+
+/// The row of a list that is highlighted, from 0; -1 when none is.
+int HighlightedRow(const QListWidget& list);
+
+/// The program's icon, sharp at 16, 32, 48 and 256 pixels.
+QIcon ApplicationIcon();
+
 /// The fonts of the windows, or the closest ones that the system has. Sizes are in points at 96
 /// dots an inch, so that a text keeps its proportion to the control it stands in.
 QFont SansSerifFont(double points = 8.25);
 QFont CourierFont(double points, bool bold);
+QFont ComicFont(double points);  // bold italic
+
+/// A frame with its caption in the upper line, as the windows are drawn for, whatever the desktop's
+/// own style makes of frames.
+QGroupBox* MakeFrame(const QString& caption, QWidget* parent);
 
 /// A text that came from outside the program (a device name, a file name). Bytes that are no UTF-8
 /// are taken as Latin-1.

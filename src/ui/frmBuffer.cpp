@@ -17,9 +17,10 @@ namespace {
 constexpr int WordsInRow = 8;
 
 QLabel* MakeCaption(QWidget* parent, const char* name, const char* text, int left, int width) {
-    auto* caption = new QLabel(text, parent);
+    auto* caption = new QLabel(parent);
     caption->setFont(SansSerifFont());
     Place(*caption, name, left, 4320, width, 255);
+    ShowFitted(*caption, text);
     return caption;
 }
 
@@ -45,9 +46,12 @@ frmBuffer::frmBuffer(const modFunc& program) : program_(program), DumpHeader(Pro
 void frmBuffer::MakeControls() {
     txtBuffer = new DumpTextBox(this);
     Place(*txtBuffer, "txtBuffer", 120, 120, 7695, 3615);
+    txtBuffer->setAccessibleName("Program memory");
     txtBuffer->installEventFilter(this);
+    txtBuffer->viewport()->installEventFilter(this);
     vsc = new QScrollBar(Qt::Vertical, this);
     Place(*vsc, "vsc", 7560, 120, 255, 3615);
+    vsc->setAccessibleName("Rows");
     vsc->setSingleStep(1);
     vsc->setPageStep(ProgramDumpRows);
     vsc->setTracking(false);  // the text follows when the thumb is let go
@@ -99,9 +103,12 @@ bool frmBuffer::ScrollByKey(int key) {
     }
 }
 
-// The keys that scroll work in the text box too; with Shift they extend the selection there.
+// The keys and the wheel that scroll work in the text box too, which has nothing of its own to
+// scroll; with Shift the keys extend the selection there.
 bool frmBuffer::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == txtBuffer && event->type() == QEvent::KeyPress) {
+    if (event->type() == QEvent::Wheel && watched == txtBuffer->viewport())
+        return QCoreApplication::sendEvent(vsc, event);
+    if (event->type() == QEvent::KeyPress && watched == txtBuffer) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (!(key->modifiers() & Qt::ShiftModifier) && ScrollByKey(key->key()))
             return true;
@@ -109,7 +116,6 @@ bool frmBuffer::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-// The text box has nothing of its own to scroll and hands the wheel on to here.
 void frmBuffer::wheelEvent(QWheelEvent* event) {
     QCoreApplication::sendEvent(vsc, event);
 }

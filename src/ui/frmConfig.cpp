@@ -18,9 +18,10 @@ QLineEdit* MakeTextBox(QWidget* parent, const char* text) {
 }
 
 void MakeCaption(QWidget* parent, const char* name, const char* text, int top, int width) {
-    auto* caption = new QLabel(text, parent);
+    auto* caption = new QLabel(parent);
     caption->setFont(SansSerifFont());
     Place(*caption, name, 120, top, width, 255);
+    ShowFitted(*caption, text);
 }
 
 }  // namespace
@@ -35,6 +36,8 @@ frmConfig::frmConfig(const modFunc& program)
     Place(*txtIDLOCS, "txtIDLOCS", 1200, 120, 1095, 285);
     MakeCaption(this, "lblConfig", "Configuration Word:", 480, 1455);
     Place(*txtConfig, "txtConfig", 1680, 480, 615, 285);
+    txtIDLOCS->setAccessibleName("ID Locations");
+    txtConfig->setAccessibleName("Configuration Word");
     UpdateLocs();
 }
 

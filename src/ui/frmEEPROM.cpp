@@ -11,6 +11,7 @@ frmEEPROM::frmEEPROM(const modFunc& program)
     setObjectName("frmEEPROM");
     setWindowTitle("EEPROM");
     Place(*txtBuffer, "txtBuffer", 120, 120, 9495, 3615);
+    txtBuffer->setAccessibleName("EEPROM");
     UpdateBuffer();
 }
 

@@ -4,14 +4,21 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenuBar>
+#include <QPointer>
 #include <QScreen>
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
 #include "files/HexFile.hpp"
+#include "files/HexSave.hpp"
+#include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
+#include "ui/ManualWindow.hpp"
 #include "ui/StatusBar.hpp"
 #include "ui/WindowDesign.hpp"
+#include "ui/frmAbout.hpp"
+#include "ui/frmSelectDevice.hpp"
+#include "ui/frmSettings.hpp"
 
 namespace Tamber {
 namespace {
@@ -76,9 +83,7 @@ void mdiMain::MDIForm_Load() {
     }
     link_.IdentifyProgrammer();
     sbar->SetPanel(1, "COM" + QString::number(program_.settings.CommPortNumber));
-    BufferClearConfig_Click();
-    BufferClearDM_Click();
-    BufferClearPM_Click();
+    BufferClearAll_Click();
 }
 
 void mdiMain::ShowPortFailure(const std::string& reason) {
@@ -163,7 +168,12 @@ void mdiMain::OpenHexFile() {
     BufferView_Click();
 }
 
-void mdiMain::FileSave_Click() {}
+void mdiMain::FileSave_Click() {
+    if (!cdia->ShowSave())
+        return;
+    if (!SaveHexFile(cdia->FileName(), program_.image, SelectedRecord().ProgramWords))
+        sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
+}
 
 void mdiMain::FileExit_Click() {
     close();
@@ -195,7 +205,16 @@ void mdiMain::BufferClearAll_Click() {
     BufferClearPM_Click();
 }
 
-void mdiMain::DeviceSelect_Click() {}
+void mdiMain::CloseViews() {
+    views_->CloseAll();
+}
+
+void mdiMain::DeviceSelect_Click() {
+    frmSelectDevice(*this, program_).ShowModally();
+    if (!program_.SelectionCancelled)
+        BufferClearAll_Click();
+    BufferView_Click();
+}
 
 void mdiMain::DeviceFunction_Click() {
     frmFunction dialog(*this, program_, link_, platform_);
@@ -204,12 +223,23 @@ void mdiMain::DeviceFunction_Click() {
     runningFunctions_ = nullptr;
 }
 
-void mdiMain::OptionsEditAuto_Click() {}
+void mdiMain::OptionsEditAuto_Click() {
+    frmEditAuto(*this, program_, platform_.Boxes()).ShowModally();
+}
 
-void mdiMain::OptionsSettings_Click() {}
+void mdiMain::OptionsSettings_Click() {
+    frmSettings(*this, program_).ShowModally();
+}
 
-void mdiMain::HelpContents_Click() {}
+void mdiMain::HelpContents_Click() {
+    platform_.Viewer().Start("winhlp32.exe", {"TAMBER.HLP"}, [window = QPointer<mdiMain>(this)] {
+        if (window && window->isVisible())
+            ManualWindow::ShowBeside(*window);
+    });
+}
 
-void mdiMain::HelpAbout_Click() {}
+void mdiMain::HelpAbout_Click() {
+    frmAbout(this, platform_).ShowModally();
+}
 
 }  // namespace Tamber

@@ -32,6 +32,11 @@ class mdiMain : public QMainWindow {
     /// Brings the buffer views up to date with these regions of the image.
     void ReopenViews(const Regions& regions);
 
+    /// Shows name and size of the selected device in the status bar.
+    void ShowSelectedDevice();
+
+    void CloseViews();
+
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -47,7 +52,6 @@ class mdiMain : public QMainWindow {
     void MDIForm_Unload();
     void ShowProgrammerInfo();
     void ShowPortFailure(const std::string& reason);
-    void ShowSelectedDevice();
     const DeviceRecord& SelectedRecord() const;
 
     void FileLoad_Click();

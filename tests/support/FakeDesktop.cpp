@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "core/HexText.hpp"
 
@@ -102,6 +103,14 @@ void FakeDesktop::Show(const std::string& text, const std::string& title, BoxIco
                      (icon == BoxIcon::Critical ? " (critical)" : ""));
     if (whileBoxIsOpen)
         whileBoxIsOpen();
+}
+
+void FakeDesktop::Start(const std::string& program, const std::vector<std::string>& arguments,
+                        std::function<void()> failed) {
+    record.push_back("start " + program);
+    for (const std::string& argument : arguments)
+        record.back() += " " + argument;
+    failViewer = std::move(failed);
 }
 
 std::optional<FakeDesktop::Time> FakeDesktop::NextDue() const {

@@ -16,12 +16,16 @@ class FakeTimer;
 /// A desktop with a clock of its own. It stands still while the program works and jumps to the next
 /// thing that is due (a timer's tick, a byte from the board) when the program lets events run, so
 /// that a time-out takes no time. What goes over the wire and what boxes say is kept in one record.
-class FakeDesktop : public Platform, private EventDelivery, private MessageBoxes {
+class FakeDesktop : public Platform,
+                    private EventDelivery,
+                    private MessageBoxes,
+                    private ViewerStarter {
   public:
     using Time = std::chrono::microseconds;
 
     EventDelivery& Events() override { return *this; }
     MessageBoxes& Boxes() override { return *this; }
+    ViewerStarter& Viewer() override { return *this; }
     std::unique_ptr<WindowTimer> NewTimer() override;
     std::unique_ptr<SerialControl> NewSerialControl() override;
     std::unique_ptr<FileDialog> NewFileDialog() override;
@@ -37,6 +41,7 @@ class FakeDesktop : public Platform, private EventDelivery, private MessageBoxes
     std::vector<std::string> record;         ///< "> 01 52", "tick 100", "box ...", in order
     std::function<void()> intrude;           ///< runs whenever events are delivered
     std::function<void()> whileBoxIsOpen;    ///< runs while a message box is on the screen
+    std::function<void()> failViewer;        ///< tells that the viewer started last has failed
     std::optional<std::filesystem::path> chosenFile;  ///< what the user picks; none: Cancel
     int deliveries = 0;
 
@@ -49,6 +54,8 @@ class FakeDesktop : public Platform, private EventDelivery, private MessageBoxes
     friend class FakeFileDialog;
 
     void Show(const std::string& text, const std::string& title, BoxIcon icon) override;
+    void Start(const std::string& program, const std::vector<std::string>& arguments,
+               std::function<void()> failed) override;
     std::optional<Time> NextDue() const;
 
     std::vector<FakeTimer*> timers_;

@@ -17,7 +17,7 @@ TEST(DumpText, ProgramRows) {
     image.SetByte(0, 0x41);
     image.SetByte(1, 0x28);
     for (int word = 1; word < 8; ++word)
-        image.SetByte(2 * word, std::array<std::uint8_t, 7>{0, 0x1F, 0x20, 0x7E, 0x7F, 0x80, 0xFF,
+        image.SetByte(2 * word, std::array<std::uint8_t, 8>{0, 0x1F, 0x20, 0x7E, 0x7F, 0x80, 0xFF,
                                                             0}[static_cast<std::size_t>(word - 1)]);
     const std::string dump = ProgramDump(image, 0);
     EXPECT_EQ(dump.substr(0, 66),

@@ -125,6 +125,32 @@ TEST(MainWindow, LoadThatFailsLeavesEverythingAsItWas) {
     }
 }
 
+TEST(MainWindow, SaveWritesWhatLoadReadsBack) {
+    WindowBench bench(Device);
+    bench.Start();
+    bench.program.image.SetByte(0, 0x41);
+    bench.program.image.SetByte(0x4200, 0x42);
+    const MemoryImage saved = bench.program.image;
+    bench.desktop.chosenFile = testing::TempDir() + "window-save.hex";
+    bench.Choose("FileSave");
+    EXPECT_EQ(bench.Panel(4),
+              QString::fromStdString("File: " + bench.desktop.chosenFile->string()));
+    bench.Choose("BufferClearAll");
+    bench.Choose("FileLoad");
+    EXPECT_EQ(bench.program.image, saved);
+}
+
+TEST(MainWindow, SaveThatIsCancelledOrFailsEndsQuietly) {
+    WindowBench bench(Device);
+    bench.Start();
+    bench.desktop.record.clear();
+    bench.Choose("FileSave");
+    bench.desktop.chosenFile = "/nowhere/at/all.hex";
+    bench.Choose("FileSave");
+    EXPECT_THAT(bench.desktop.record, testing::IsEmpty());
+    EXPECT_EQ(bench.Panel(4), "File:");
+}
+
 TEST(MainWindow, MissingFileEndsTheLoadQuietly) {
     WindowBench bench(Device);
     bench.Start();

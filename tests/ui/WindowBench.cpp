@@ -47,6 +47,10 @@ void Settle() {
 
 WindowBench::WindowBench(const DeviceRecord& device, Simulator::FaultPlan faults)
     : engine(desktop.Clock(), ShapeOf(device)), board(engine, desktop.Clock(), std::move(faults)) {
+    // A main window that was closed has told the application to end; running it once takes that
+    // back.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+    QCoreApplication::exec();
     const auto failure = StartUp(MakeFolder(device), program);
     EXPECT_FALSE(failure) << Describe(*failure);
     desktop.board = &board;

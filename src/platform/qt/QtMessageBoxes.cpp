@@ -1,11 +1,17 @@
 #include "platform/qt/QtMessageBoxes.hpp"
 
-#include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QSpacerItem>
 
 #include "platform/qt/ModalDialog.hpp"
 
 namespace Tamber {
+namespace {
+
+constexpr int FewestPixels = 280;
+
+}  // namespace
 
 void QtMessageBoxes::Show(const std::string& text, const std::string& title, BoxIcon icon) {
     QMessageBox box(icon == BoxIcon::Critical ? QMessageBox::Critical : QMessageBox::NoIcon,
@@ -13,6 +19,10 @@ void QtMessageBoxes::Show(const std::string& text, const std::string& title, Box
                     OwnerForDialogs());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A box takes its width from its text alone; a spacer keeps short ones from cutting their title.
+    if (auto* layout = qobject_cast<QGridLayout*>(box.layout()))
+        layout->addItem(new QSpacerItem(FewestPixels, 0), layout->rowCount(), 0, 1,
+                        layout->columnCount());
     ExecuteModal(box);
 }
 

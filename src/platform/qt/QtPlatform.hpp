@@ -5,6 +5,7 @@
 #include "platform/Platform.hpp"
 #include "platform/qt/QtEventDelivery.hpp"
 #include "platform/qt/QtMessageBoxes.hpp"
+#include "platform/qt/QtViewerStarter.hpp"
 
 namespace Tamber {
 
@@ -16,6 +17,7 @@ class QtPlatform final : public Platform {
 
     EventDelivery& Events() override { return events_; }
     MessageBoxes& Boxes() override { return boxes_; }
+    ViewerStarter& Viewer() override { return viewer_; }
     std::unique_ptr<WindowTimer> NewTimer() override;
     std::unique_ptr<SerialControl> NewSerialControl() override;
     std::unique_ptr<FileDialog> NewFileDialog() override;
@@ -24,6 +26,7 @@ class QtPlatform final : public Platform {
     std::filesystem::path directory_;
     QtEventDelivery events_;
     QtMessageBoxes boxes_;
+    QtViewerStarter viewer_;
 };
 
 }  // namespace Tamber

@@ -74,14 +74,16 @@ QtSerialControl::QtSerialControl(std::filesystem::path directory, QtEventDeliver
     QObject::connect(
         &port_, &QSerialPort::errorOccurred, &port_,
         [this](QSerialPort::SerialPortError error) {
-            if (error == QSerialPort::ResourceError)
-                port_.close();
+            if (error != QSerialPort::ResourceError)
+                return;
+            lost_ = true;
+            port_.close();
         },
         Qt::QueuedConnection);
 }
 
 std::optional<std::string> QtSerialControl::PortOpen(int commPort, std::string_view settings) {
-    const std::filesystem::path path = PortPath(directory_, commPort);
+    const std::filesystem::path path = path_.empty() ? PortPath(directory_, commPort) : path_;
     std::error_code error;
     // The lock against other programs is by name, so every name of a port must lead to the same.
     const std::filesystem::path device = std::filesystem::canonical(path, error);

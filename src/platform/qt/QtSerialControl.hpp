@@ -2,6 +2,7 @@
 
 #include <QSerialPort>
 #include <filesystem>
+#include <utility>
 
 #include "platform/SerialControl.hpp"
 #include "platform/qt/QtEventDelivery.hpp"
@@ -21,10 +22,16 @@ class QtSerialControl final : public SerialControl {
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
     void Input(std::vector<std::uint8_t>& bytes) override;
+    bool PortLost() const override { return lost_; }
+
+    /// From now on PortOpen opens `path`, whatever number it is given.
+    void UsePath(std::filesystem::path path) { path_ = std::move(path); }
 
   private:
     std::filesystem::path directory_;
+    std::filesystem::path path_;  // empty: what the number stands for
     QSerialPort port_;
+    bool lost_ = false;
 };
 
 }  // namespace Tamber

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTextBrowser;
+
+namespace Tamber {
+
+/// The program's own manual: a window of its own beside the main window, with the pages that are in
+/// the program's resources. Alt+Left, Alt+Right and Alt+Home go back, forward and to the contents,
+/// Ctrl+F and F3 find a text in all pages, Escape closes the window.
+class ManualWindow : public QWidget {
+  public:
+    /// Shows the manual, or brings it to the front where it is on the screen already. It goes away
+    /// with `mainWindow`: off the screen when that is closed, destroyed when that is.
+    static void ShowBeside(QWidget& mainWindow);
+
+    ManualWindow();
+
+    /// The first page, the contents.
+    void ShowContents();
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void MakeControls();
+    void MakeKeys();
+    QPushButton* MakeButton(const char* name, const char* caption, const char* key);
+    void UseReadableLinks();
+
+    void Find();
+    bool FindOnOtherPages(const QString& text);
+
+    QPushButton* cmdBack = nullptr;
+    QPushButton* cmdForward = nullptr;
+    QPushButton* cmdContents = nullptr;
+    QLabel* lblFind = nullptr;
+    QLineEdit* txtFind = nullptr;
+    QTextBrowser* txtManual = nullptr;
+    QLabel* lblFound = nullptr;
+};
+
+}  // namespace Tamber

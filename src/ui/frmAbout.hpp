@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+
+#include "platform/Platform.hpp"
+
+namespace Tamber {
+
+/// The about box, which is the splash of the program's start too. It closes itself after three
+/// seconds, earlier at a click on its background or at Escape, Enter or Space.
+class frmAbout : public QDialog {
+  public:
+    /// Its three seconds begin here. `closed` runs, once, when the box has gone from the screen.
+    frmAbout(QWidget* owner, Platform& platform, std::function<void()> closed = {});
+
+    /// Shows the box modally over its owner and returns when it has closed.
+    void ShowModally();
+
+    void reject() override;
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void MakeControls();
+    void AddLabel(int index, const char* text, int left, int top, int width, int height,
+                  double points, QColor color);
+    void tmrShow_Timer();
+
+    std::unique_ptr<WindowTimer> tmrShow;
+    std::function<void()> closed_;
+    bool done_ = false;
+};
+
+}  // namespace Tamber

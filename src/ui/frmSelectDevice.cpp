@@ -1,0 +1,122 @@
+#include "ui/frmSelectDevice.hpp"
+
+#include <QFrame>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "platform/qt/ModalDialog.hpp"
+#include "ui/WindowDesign.hpp"
+#include "ui/mdiMain.hpp"
+
+namespace Tamber {
+namespace {
+
+constexpr QColor SocketGreen(0, 0xC0, 0);
+
+struct Outline {
+    const char* name;
+    int left, top, width, height;  // twips
+};
+
+// The packages sit at the lower end of the socket, pin 1 there.
+constexpr Outline Packages[] = {
+    {"shp40P", 2280, 120, 375, 1935},  {"shp28P", 2280, 720, 375, 1335},
+    {"shp18P", 2280, 1200, 375, 855},  {"shp8P", 2280, 1680, 375, 375},
+    {"shpPin1", 2400, 1920, 135, 135},
+};
+
+struct Caption {
+    const char* name;
+    const char* text;
+    int top;  // twips
+};
+
+constexpr Caption Captions[] = {
+    {"lbl40P", "40P", 120}, {"lbl28P", "28P", 600}, {"lbl18P", "18P", 1080},
+    {"lbl8P", "8 P", 1560}, {"lblPin1", "1", 1920},
+};
+
+// Drawn on the socket's green, so black on every desktop.
+void AddOutline(QWidget* parent, const Outline& outline) {
+    auto* shape = new QFrame(parent);
+    Place(*shape, outline.name, outline.left, outline.top, outline.width, outline.height);
+    shape->setFrameStyle(QFrame::Box | QFrame::Plain);
+    QPalette palette = shape->palette();
+    palette.setColor(QPalette::WindowText, Qt::black);
+    shape->setPalette(palette);
+}
+
+}  // namespace
+
+frmSelectDevice::frmSelectDevice(mdiMain& owner, modFunc& program)
+    : QDialog(&owner), owner_(owner), program_(program) {
+    MakeControls();
+    MakeSocketDrawing();
+    Form_Load();
+    CentreOnScreen(*this);
+}
+
+void frmSelectDevice::ShowModally() {
+    ExecuteModal(*this);
+}
+
+void frmSelectDevice::MakeControls() {
+    DesignDialog(*this, "frmSelectDevice", "Select Device", 3285, 2940);
+    listDevice = new QListWidget(this);
+    Place(*listDevice, "listDevice", 240, 120, 1695, 2010);
+    listDevice->setAccessibleName("Devices");
+    cmdOk = MakeButton("OK", this);
+    Place(*cmdOk, "cmdOk", 1800, 2400, 1095, 375);
+    cmdOk->setDefault(true);
+    cmdCancel = MakeButton("Cancel", this);
+    Place(*cmdCancel, "cmdCancel", 240, 2400, 1095, 375);
+    connect(cmdOk, &QPushButton::clicked, this, &frmSelectDevice::cmdOk_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmSelectDevice::cmdCancel_Click);
+    connect(listDevice, &QListWidget::itemDoubleClicked, this, &frmSelectDevice::cmdOk_Click);
+}
+
+void frmSelectDevice::MakeSocketDrawing() {
+    auto* socket = new QWidget(this);
+    Place(*socket, "shpSocket", 2160, 120, 615, 1935);
+    QPalette palette = socket->palette();
+    palette.setColor(QPalette::Window, SocketGreen);
+    socket->setPalette(palette);
+    socket->setAutoFillBackground(true);
+    for (const Outline& outline : Packages)
+        AddOutline(this, outline);
+    auto* line = new QFrame(this);
+    Place(*line, "linPin1", 2760, 2040, 15, 120);
+    line->setFrameStyle(QFrame::VLine | QFrame::Plain);
+    for (const Caption& caption : Captions) {
+        auto* label = new QLabel(caption.text, this);
+        Place(*label, caption.name, 2880, caption.top, 405, 255);
+    }
+}
+
+void frmSelectDevice::Form_Load() {
+    for (int slot = 1; slot <= program_.settings.DeviceCount; ++slot)
+        listDevice->addItem(OutsideText(program_.catalogue.Record(slot).Name));
+    listDevice->setCurrentRow(program_.settings.SelectedDevice - 1);
+    listDevice->setFocus();
+}
+
+void frmSelectDevice::cmdOk_Click() {
+    program_.settings.SelectedDevice = static_cast<std::int16_t>(HighlightedRow(*listDevice) + 1);
+    owner_.ShowSelectedDevice();
+    owner_.CloseViews();
+    program_.SelectionCancelled = false;
+    accept();
+}
+
+void frmSelectDevice::cmdCancel_Click() {
+    reject();
+}
+
+// Cancel, Escape and the close box come here.
+void frmSelectDevice::reject() {
+    program_.SelectionCancelled = true;
+    QDialog::reject();
+}
+
+}  // namespace Tamber

@@ -1,0 +1,106 @@
+#include <sys/resource.h>
+
+#include <csignal>
+
+#include "TestFolder.hpp"
+#include "core/TextFile.hpp"
+
+namespace Tamber {
+namespace {
+
+namespace fs = std::filesystem;
+using Files = std::map<std::string, std::string>;
+
+TEST(TextFile, ReadingSaysWhyItFailed) {
+    const TestFolder folder;
+    folder.Write("file", std::string("a\0\r\n", 4));
+    EXPECT_EQ(ReadTextFile(folder / "file", 4).Value(), std::string("a\0\r\n", 4));
+    EXPECT_EQ(ReadTextFile(folder / "file", 3).Failure(), "File too large");
+    EXPECT_EQ(ReadTextFile(folder / "none").Failure(), "No such file or directory");
+    EXPECT_EQ(ReadTextFile(folder.Path()).Failure(), "Is a directory");
+}
+
+TEST(TextFile, ReplacingKeepsPermissionsAndLeavesNothingBeside) {
+    const TestFolder folder;
+    EXPECT_EQ(ReplaceTextFile(folder / "file", "first, and longer"), std::nullopt);
+    const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
+    fs::permissions(folder / "file", mode);
+    EXPECT_EQ(ReplaceTextFile(folder / "file", "second"), std::nullopt);
+    EXPECT_EQ(folder.Files(), (Files{{"file", "second"}}));
+    EXPECT_EQ(fs::status(folder / "file").permissions(), mode);
+}
+
+TEST(TextFile, AFileOfTheUsersBesideTheTargetIsLeftAlone) {
+    const TestFolder folder;
+    folder.Write("file.new", "mine");
+    fs::create_symlink(folder / "elsewhere", folder / "file.new1");
+    EXPECT_EQ(ReplaceTextFile(folder / "file", "text"), std::nullopt);
+    EXPECT_EQ(FileText(folder / "file.new"), "mine");
+    EXPECT_TRUE(fs::is_symlink(folder / "file.new1"));
+    EXPECT_FALSE(fs::exists(folder / "elsewhere"));
+    EXPECT_EQ(FileText(folder / "file"), "text");
+}
+
+TEST(TextFile, ALinkIsFollowedAndStaysALink) {
+    const TestFolder folder;
+    fs::create_directory(folder / "kept");
+    fs::create_symlink("kept/file", folder / "near");
+    fs::create_symlink(folder / "near", folder / "far");
+    for (const std::string text : {"made at the link's end", "replaced"}) {
+        EXPECT_EQ(ReplaceTextFile(folder / "far", text), std::nullopt);
+        EXPECT_EQ(FileText(folder / "kept/file"), text);
+        EXPECT_TRUE(fs::is_symlink(folder / "far") && fs::is_symlink(folder / "near"));
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "kept"), {}), 1);
+}
+
+TEST(TextFile, WhatCannotBeReplacedStaysAsItWasWithAReason) {
+    const TestFolder folder;
+    fs::create_directory(folder / "folder");
+    fs::create_symlink("round", folder / "round");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const Files before = folder.Files();
+    const struct {
+        const char *name, *reason;
+    } table[] = {{"none/file", "No such file or directory"},
+                 {"folder", "Is a directory"},
+                 {"round", "Too many levels of symbolic links"},
+                 {"pipe", "Not a regular file"}};
+    for (const auto& row : table) {
+        EXPECT_EQ(ReplaceTextFile(folder / row.name, "text"), row.reason) << row.name;
+        EXPECT_EQ(folder.Files(), before) << row.name;
+    }
+}
+
+TEST(TextFile, AWriteProtectedFileIsNotReplaced) {
+    const TestFolder folder;
+    folder.Write("file", "kept");
+    fs::permissions(folder / "file", fs::perms::owner_read | fs::perms::others_read);
+    fs::permissions(folder.Path(), fs::perms::all);
+    const uid_t user = geteuid();
+    const bool allPowerful = user == 0;  // for whom nothing is protected
+    if (allPowerful && seteuid(65'534) != 0)
+        GTEST_SKIP() << "cannot become a user without special rights";
+    const auto reason = ReplaceTextFile(folder / "file", "text");
+    ASSERT_EQ(seteuid(user), 0);
+    EXPECT_EQ(reason, "Permission denied");
+    EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
+}
+
+TEST(TextFile, ADiskThatFillsUpLeavesTheOldFileWholeAndNoHalfBesideIt) {
+    const TestFolder folder;
+    folder.Write("file", "kept");
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit little{1000, limit.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
+    const auto reason = ReplaceTextFile(folder / "file", std::string(100'000, 'x'));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(reason, "File too large");
+    EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
+}
+
+}  // namespace
+}  // namespace Tamber

@@ -1,0 +1,117 @@
+#include "Desktop.hpp"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace Tamber {
+namespace {
+
+std::vector<char*> Pointers(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+[[noreturn]] void Become(const std::vector<std::string>& arguments,
+                         const std::filesystem::path& folder, const std::filesystem::path& output,
+                         const std::vector<std::string>& environment) {
+    const int file = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
+    dup2(file, STDOUT_FILENO);
+    dup2(file, STDERR_FILENO);
+    for (const std::string& entry : environment)
+        putenv(const_cast<char*>(entry.c_str()));
+    if (chdir(folder.c_str()) == 0)
+        execvp(arguments[0].c_str(), Pointers(arguments).data());
+    _exit(127);
+}
+
+int Run(const std::string& command) {
+    return std::system((command + " >/dev/null 2>&1").c_str());
+}
+
+}  // namespace
+
+Process::Process(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+                 const std::filesystem::path& output, const std::vector<std::string>& environment)
+    : pid_(fork()) {
+    if (pid_ == 0)
+        Become(arguments, folder, output, environment);
+}
+
+Process::~Process() {
+    if (pid_ <= 0)
+        return;
+    kill(pid_, SIGKILL);
+    waitpid(pid_, nullptr, 0);
+}
+
+void Process::Signal(int signal) const {
+    kill(pid_, signal);
+}
+
+int Process::Wait() {
+    int status = 0;
+    waitpid(pid_, &status, 0);
+    pid_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+Desktop::Desktop(const std::filesystem::path& folder) : folder_(folder) {
+    const std::filesystem::path number = folder / "display";
+    server_ = std::make_unique<Process>(
+        std::vector<std::string>{"sh", "-c",
+                                 "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp "
+                                 "3>display"},
+        folder, folder / "xvfb.log");
+    Await([&] { return Contents(number).ends_with('\n'); });
+    display_ = ":" + Contents(number).substr(0, Contents(number).find('\n'));
+}
+
+bool Desktop::HasWindow(const std::string& title) const {
+    return Run("DISPLAY=" + display_ + " xdotool search --onlyvisible --name '^" + title + "$'") ==
+           0;
+}
+
+bool Desktop::AwaitWindow(const std::string& title) const {
+    return Await([&] { return HasWindow(title); });
+}
+
+bool Desktop::AwaitNoWindow(const std::string& title) const {
+    return Await([&] { return !HasWindow(title); });
+}
+
+void Desktop::Press(const std::string& keys) const {
+    Run("DISPLAY=" + display_ + " xdotool key --delay 50 " + keys);
+}
+
+void Desktop::Type(const std::string& text) const {
+    Run("DISPLAY=" + display_ + " xdotool type --delay 20 '" + text + "'");
+}
+
+bool Await(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return true;
+}
+
+std::string Contents(const std::filesystem::path& file) {
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+}  // namespace Tamber

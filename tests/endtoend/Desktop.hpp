@@ -1,0 +1,64 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Tamber {
+
+/// A child process, ended with the test.
+class Process {
+  public:
+    /// Starts `arguments[0]` in `folder` with these additions to the environment; what it prints
+    /// goes to `output`.
+    Process(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
+            const std::filesystem::path& output, const std::vector<std::string>& environment = {});
+    ~Process();
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+
+    void Signal(int signal) const;
+
+    /// Waits for the end and returns the exit status, or 128 + signal.
+    int Wait();
+
+  private:
+    pid_t pid_ = -1;
+};
+
+/// A virtual display without a window manager, and keys for the windows on it.
+class Desktop {
+  public:
+    explicit Desktop(const std::filesystem::path& folder);
+
+    std::string Display() const { return display_; }
+
+    /// Waits until a window with this title is on the screen; false when it does not come.
+    bool AwaitWindow(const std::string& title) const;
+
+    /// Waits until no window has this title.
+    bool AwaitNoWindow(const std::string& title) const;
+
+    /// Presses keys as xdotool names them, or types a text, in the window that has the keyboard.
+    void Press(const std::string& keys) const;
+    void Type(const std::string& text) const;
+
+  private:
+    bool HasWindow(const std::string& title) const;
+
+    std::filesystem::path folder_;
+    std::string display_;
+    std::unique_ptr<Process> server_;
+};
+
+/// Asks `condition` again and again until it holds; false after a minute.
+bool Await(const std::function<bool()>& condition);
+
+/// The whole of a file, empty when it is not there.
+std::string Contents(const std::filesystem::path& file);
+
+}  // namespace Tamber

@@ -1,0 +1,192 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <filesystem>
+#include <fstream>
+
+#include "StartUp.hpp"
+#include "WindowBench.hpp"
+#include "core/TextFile.hpp"
+#include "ui/frmAbout.hpp"
+
+namespace Tamber {
+namespace {
+
+const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
+
+class SmallDialogsTest : public testing::Test {
+  protected:
+    SmallDialogsTest() { bench.Start(); }
+
+    // Two devices: the one with EEPROM is selected, the other has none.
+    void AddDeviceWithoutEeprom() {
+        std::ofstream(DeviceListFile(bench.program), std::ios::app) << "\"A&B\",3,512,0,1\r\n";
+        bench.program.settings.DeviceCount = 2;
+        ASSERT_FALSE(bench.program.catalogue.Load(DeviceListFile(bench.program), 2));
+    }
+    static QListWidget* Devices(QWidget* dialog) {
+        return WindowBench::Find<QListWidget>(dialog, "listDevice");
+    }
+    static QRadioButton* Option(QWidget* dialog, int index) {
+        return WindowBench::Find<QRadioButton>(dialog, ("optComm" + std::to_string(index)).c_str());
+    }
+    static void Click(QWidget* dialog, const char* button) {
+        WindowBench::Find<QPushButton>(dialog, button)->click();
+    }
+
+    WindowBench bench{Device};
+};
+
+TEST_F(SmallDialogsTest, ChosenDeviceGetsABlankImageAndItsOwnViews) {
+    AddDeviceWithoutEeprom();
+    bench.program.image.SetByte(0, 0x12);
+    bench.InDialog("DeviceSelect", [](QWidget* dialog) {
+        EXPECT_EQ(dialog->windowTitle(), "Select Device");
+        EXPECT_EQ(Devices(dialog)->count(), 2);
+        EXPECT_EQ(Devices(dialog)->currentRow(), 0);
+        QTest::keyClick(Devices(dialog), Qt::Key_Down);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    EXPECT_EQ(bench.program.settings.SelectedDevice, 2);
+    EXPECT_EQ(bench.Panel(2), "Device: A&B");
+    EXPECT_EQ(bench.Panel(3), "Size: 200H");
+    EXPECT_EQ(bench.program.image.Byte(0), 0xFF);
+    EXPECT_EQ(bench.program.image.Byte(1), 0x0F);
+    EXPECT_EQ(bench.Find<QWidget>("frmEEPROM"), nullptr);
+    EXPECT_NE(bench.Find<QWidget>("frmBuffer"), nullptr);
+    EXPECT_FALSE(bench.program.SelectionCancelled);
+}
+
+TEST_F(SmallDialogsTest, EnterAtOnceKeepsTheDeviceAndBlanksTheImage) {
+    bench.program.image.SetByte(0, 0x12);
+    bench.InDialog("DeviceSelect",
+                   [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    EXPECT_EQ(bench.program.settings.SelectedDevice, 1);
+    EXPECT_EQ(bench.program.image.Byte(0), 0xFF);
+}
+
+TEST_F(SmallDialogsTest, DoubleClickChooses) {
+    AddDeviceWithoutEeprom();
+    bench.InDialog("DeviceSelect", [](QWidget* dialog) {
+        QListWidget* list = Devices(dialog);
+        const QPoint second = list->visualItemRect(list->item(1)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, second);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, second);
+        EXPECT_FALSE(dialog->isVisible());
+    });
+    EXPECT_EQ(bench.program.settings.SelectedDevice, 2);
+}
+
+TEST_F(SmallDialogsTest, CancelEscapeAndCloseBoxChangeNothing) {
+    AddDeviceWithoutEeprom();
+    for (int way = 0; way < 3; ++way) {
+        bench.program.SelectionCancelled = false;
+        bench.program.image.SetByte(0, 0x12);
+        bench.InDialog("DeviceSelect", [way](QWidget* dialog) {
+            QTest::keyClick(Devices(dialog), Qt::Key_Down);
+            if (way == 0)
+                Click(dialog, "cmdCancel");
+            else if (way == 1)
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            else
+                dialog->close();
+        });
+        EXPECT_TRUE(bench.program.SelectionCancelled);
+        EXPECT_EQ(bench.program.settings.SelectedDevice, 1);
+        EXPECT_EQ(bench.program.image.Byte(0), 0x12);
+        EXPECT_EQ(bench.Panel(2), "Device: PIC16F84A");
+    }
+}
+
+TEST_F(SmallDialogsTest, EmptyCatalogueSelectsTheEmptySlot) {
+    bench.program.settings.DeviceCount = 0;
+    bench.InDialog("DeviceSelect",
+                   [](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    EXPECT_EQ(bench.program.settings.SelectedDevice, 0);
+    EXPECT_EQ(bench.Panel(2), "Device: ");
+    EXPECT_EQ(bench.Panel(3), "Size: 0H");
+}
+
+TEST_F(SmallDialogsTest, PortIsRememberedForTheNextStart) {
+    bench.program.settings.CommPortNumber = 2;
+    bench.desktop.record.clear();
+    bench.InDialog("OptionsSettings", [](QWidget* dialog) {
+        EXPECT_EQ(dialog->windowTitle(), "Settings");
+        EXPECT_TRUE(Option(dialog, 1)->isChecked());
+        QTest::keyClick(Option(dialog, 1), Qt::Key_Down);
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    EXPECT_EQ(bench.program.settings.CommPortNumber, 3);
+    EXPECT_EQ(bench.Panel(1), "COM1") << "the open port is not touched";
+    EXPECT_THAT(bench.desktop.record, testing::IsEmpty());
+    bench.Choose("FileExit");
+    EXPECT_EQ(ReadTextFile(SettingsFile(bench.program)).Value(), "3\r\n1\r\n1\r\n");
+}
+
+TEST_F(SmallDialogsTest, PortOutsideTheFourSelectsNoneAndOkStoresTheLast) {
+    for (const bool ok : {false, true}) {
+        bench.program.settings.CommPortNumber = 9;
+        bench.InDialog("OptionsSettings", [ok](QWidget* dialog) {
+            for (int index = 0; index < 4; ++index)
+                EXPECT_FALSE(Option(dialog, index)->isChecked());
+            Click(dialog, ok ? "cmdOk" : "cmdCancel");
+        });
+        EXPECT_EQ(bench.program.settings.CommPortNumber, ok ? 4 : 9);
+    }
+}
+
+TEST_F(SmallDialogsTest, PortsTellWhatTheyStandFor) {
+    std::filesystem::create_symlink("/dev/null", bench.program.AppPath / "com1");
+    std::filesystem::create_symlink("/nowhere", bench.program.AppPath / "com2");
+    const QString folder = QString::fromStdString(bench.program.AppPath.string());
+    bench.InDialog("OptionsSettings", [&](QWidget* dialog) {
+        EXPECT_EQ(Option(dialog, 0)->toolTip(), folder + "/com1 -> /dev/null, present");
+        EXPECT_EQ(Option(dialog, 1)->toolTip(), folder + "/com2 -> /nowhere, not there");
+        EXPECT_TRUE(Option(dialog, 2)->toolTip().startsWith("/dev/ttyS2, "));
+    });
+}
+
+TEST_F(SmallDialogsTest, AboutBoxClosesAfterThreeSecondsOrAtAClickOnItsBackground) {
+    const auto start = bench.desktop.now;
+    bench.InDialog("HelpAbout", [&](QWidget* dialog) {
+        QTest::mouseClick(WindowBench::Find<QLabel>(dialog, "lblAbout0"), Qt::LeftButton);
+        QTest::mouseClick(WindowBench::Find<QLabel>(dialog, "Image1"), Qt::LeftButton);
+        EXPECT_TRUE(dialog->isVisible()) << "labels and picture are no background";
+        bench.desktop.Events().DeliverEvents();
+        EXPECT_FALSE(dialog->isVisible());
+    });
+    EXPECT_EQ(bench.desktop.now - start, std::chrono::seconds(3));
+    bench.InDialog("HelpAbout", [](QWidget* dialog) {
+        QTest::mouseClick(dialog, Qt::LeftButton, {}, {5, dialog->height() - 5});
+        EXPECT_FALSE(dialog->isVisible());
+    });
+    EXPECT_TRUE(bench.window->isVisible());
+}
+
+TEST(Splash, BringsUpTheMainWindowOnce) {
+    for (const bool click : {false, true}) {
+        WindowDesktop desktop;
+        int shown = 0;
+        frmAbout splash(nullptr, desktop, [&] { ++shown; });
+        splash.show();
+        EXPECT_EQ(shown, 0);
+        if (click)
+            QTest::mouseClick(&splash, Qt::LeftButton, {}, {5, splash.height() - 5});
+        else
+            desktop.Events().DeliverEvents();
+        EXPECT_EQ(shown, 1);
+        EXPECT_FALSE(splash.isVisible());
+        splash.close();
+        EXPECT_EQ(shown, 1);
+        EXPECT_EQ(desktop.now, std::chrono::seconds(click ? 0 : 3));
+    }
+}
+
+}  // namespace
+}  // namespace Tamber
