@@ -9,8 +9,10 @@
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
+#include "files/HexFailure.hpp"
 #include "files/HexFile.hpp"
 #include "files/HexSave.hpp"
+#include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
 #include "ui/ManualWindow.hpp"
@@ -25,13 +27,6 @@ namespace {
 
 // Room for the three views at their home positions, menu and status bar included.
 constexpr QSize RoomForViews(740, 640);
-
-// The board's characters from..to of the identification, byte by byte.
-std::string Characters(const std::vector<std::uint8_t>& reply, std::size_t from, std::size_t to) {
-    const QByteArray bytes(reinterpret_cast<const char*>(reply.data()) + from,
-                           static_cast<qsizetype>(to - from + 1));
-    return QString::fromLatin1(bytes).toStdString();
-}
 
 }  // namespace
 
@@ -87,8 +82,8 @@ void mdiMain::MDIForm_Load() {
 }
 
 void mdiMain::ShowPortFailure(const std::string& reason) {
-    platform_.Boxes().Show("COM" + std::to_string(program_.settings.CommPortNumber) + ", " + reason,
-                           "Communication Port Error", BoxIcon::Critical);
+    platform_.Boxes().Show(PortFailureText(program_.settings.CommPortNumber, reason),
+                           PortFailureTitle, BoxIcon::Critical);
     sbar->SetPanel(1, "FAIL");
     program_.link.ProgrammerFound = false;
 }
@@ -114,13 +109,11 @@ void mdiMain::MDIForm_Activate() {
 }
 
 void mdiMain::ShowProgrammerInfo() {
-    const auto& reply = program_.link.ReplyBytes;
     if (program_.link.ProgrammerFound)
-        platform_.Boxes().Show("Device: " + Characters(reply, 1, 5) + "\r\nVersion " +
-                                   Characters(reply, 8, 8) + "." + Characters(reply, 9, 9),
-                               ProgramTitle, BoxIcon::None);
+        platform_.Boxes().Show(Describe(IdentityOf(program_.link.ReplyBytes)), ProgramTitle,
+                               BoxIcon::None);
     else
-        platform_.Boxes().Show("Communication Error!", "Device Error", BoxIcon::Critical);
+        platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
     BufferView_Click();
     Activated = true;
 }
@@ -157,10 +150,8 @@ void mdiMain::FileLoad_Click() {
 
 void mdiMain::OpenHexFile() {
     const HexReadResult result = LoadHexFile(cdia->FileName(), program_.image);
-    if (result.Outcome == HexOutcome::ChecksumError)
-        platform_.Boxes().Show("Checksum Error in hex file!", "File Load Error", BoxIcon::Critical);
-    if (result.Outcome == HexOutcome::NoEndRecord)
-        platform_.Boxes().Show("No end record in hex file!", "File Load Error", BoxIcon::Critical);
+    if (const std::string_view text = HexFailureText(result.Outcome); !text.empty())
+        platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
     if (result.Outcome != HexOutcome::Loaded)
         return;
     sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
