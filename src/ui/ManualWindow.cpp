@@ -97,7 +97,6 @@ ManualWindow::ManualWindow() {
 QPushButton* ManualWindow::MakeButton(const char* name, const char* caption, const char* key) {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(name);
-    button->setShortcut(QKeySequence(key));
     button->setToolTip(key);
     return button;
 }
@@ -133,13 +132,15 @@ void ManualWindow::MakeControls() {
 }
 
 void ManualWindow::MakeKeys() {
-    const auto onKey = [this](const QKeySequence& key, void (ManualWindow::*action)()) {
-        connect(new QShortcut(key, this), &QShortcut::activated, this, action);
+    const auto onKey = [this](const QKeySequence& key, auto* receiver, auto action) {
+        connect(new QShortcut(key, this), &QShortcut::activated, receiver, action);
     };
-    onKey(QKeySequence(Qt::Key_F3), &ManualWindow::Find);
-    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this), &QShortcut::activated, this,
-            &QWidget::close);
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, txtFind, [this] {
+    onKey(QKeySequence("Alt+Left"), txtManual, &QTextBrowser::backward);
+    onKey(QKeySequence("Alt+Right"), txtManual, &QTextBrowser::forward);
+    onKey(QKeySequence("Alt+Home"), this, &ManualWindow::ShowContents);
+    onKey(QKeySequence("F3"), this, &ManualWindow::Find);
+    onKey(QKeySequence("Escape"), this, &QWidget::close);
+    onKey(QKeySequence("Ctrl+F"), txtFind, [this] {
         txtFind->setFocus();
         txtFind->selectAll();
     });

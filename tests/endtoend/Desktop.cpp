@@ -77,17 +77,11 @@ Desktop::Desktop(const std::filesystem::path& folder) : folder_(folder) {
     display_ = ":" + Contents(number).substr(0, Contents(number).find('\n'));
 }
 
-bool Desktop::HasWindow(const std::string& title) const {
-    return Run("DISPLAY=" + display_ + " xdotool search --onlyvisible --name '^" + title + "$'") ==
-           0;
-}
-
 bool Desktop::AwaitWindow(const std::string& title) const {
-    return Await([&] { return HasWindow(title); });
-}
-
-bool Desktop::AwaitNoWindow(const std::string& title) const {
-    return Await([&] { return !HasWindow(title); });
+    return Await([&] {
+        return Run("test \"$(DISPLAY=" + display_ + " xdotool getwindowfocus getwindowname)\" = '" +
+                   title + "'") == 0;
+    });
 }
 
 void Desktop::Press(const std::string& keys) const {

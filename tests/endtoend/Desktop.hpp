@@ -37,19 +37,14 @@ class Desktop {
 
     std::string Display() const { return display_; }
 
-    /// Waits until a window with this title is on the screen; false when it does not come.
+    /// Waits until the window with this title has the keyboard; false when that does not come.
     bool AwaitWindow(const std::string& title) const;
-
-    /// Waits until no window has this title.
-    bool AwaitNoWindow(const std::string& title) const;
 
     /// Presses keys as xdotool names them, or types a text, in the window that has the keyboard.
     void Press(const std::string& keys) const;
     void Type(const std::string& text) const;
 
   private:
-    bool HasWindow(const std::string& title) const;
-
     std::filesystem::path folder_;
     std::string display_;
     std::unique_ptr<Process> server_;

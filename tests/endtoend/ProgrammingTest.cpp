@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -12,6 +13,8 @@ namespace Tamber {
 namespace {
 
 const std::filesystem::path Samples = std::filesystem::path(SAMPLE_DATA) / "samples";
+
+constexpr char MainWindow[] = "Tamber ~ PIC Programmer";
 
 class Programming : public testing::Test {
   protected:
@@ -43,7 +46,8 @@ class Programming : public testing::Test {
         return Contents(folder / "program.log") + Contents(folder / "board.log");
     }
 
-    std::filesystem::path folder = testing::TempDir() + "tamber-programming";
+    std::filesystem::path folder =
+        testing::TempDir() + "tamber-programming-" + std::to_string(getpid());
     Desktop desktop{(std::filesystem::create_directories(folder), folder)};
     std::unique_ptr<Process> board;
     std::unique_ptr<Process> program;
@@ -55,14 +59,14 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
     StartProgram();
     ASSERT_TRUE(desktop.AwaitWindow("Tamber")) << "no identification\n" << Log();
     desktop.Press("Return");
-    ASSERT_TRUE(desktop.AwaitNoWindow("Tamber")) << Log();
+    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
 
     const std::filesystem::path file = Samples / "greeting-16f84a.hex";
     desktop.Press("alt+f l");
     ASSERT_TRUE(desktop.AwaitWindow("Load")) << Log();
     desktop.Type(file.string());
     desktop.Press("Return");
-    ASSERT_TRUE(desktop.AwaitNoWindow("Load")) << Log();
+    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
 
     desktop.Press("F5");
     ASSERT_TRUE(desktop.AwaitWindow("Function")) << Log();
@@ -74,7 +78,7 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
         return block != std::string::npos && trace.find("> 01 49", block) != std::string::npos;
     })) << Log();
     desktop.Press("Escape");
-    ASSERT_TRUE(desktop.AwaitNoWindow("Function")) << Log();
+    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
     desktop.Press("alt+f x");
     EXPECT_EQ(program->Wait(), 0) << Log();
 

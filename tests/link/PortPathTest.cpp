@@ -8,7 +8,7 @@ namespace Tamber {
 namespace {
 
 TEST(PortPath, LinkInTheFolderGoesBeforeTheSystemsPorts) {
-    const std::filesystem::path folder = testing::TempDir() + "ports";
+    const std::filesystem::path folder = testing::TempDir() + "tamber-ports";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "com2") << "";

@@ -17,8 +17,8 @@ using testing::ElementsAre;
 
 const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
 
-std::filesystem::path WriteHex(const std::string& text) {
-    const std::filesystem::path file = testing::TempDir() + "window-test.hex";
+std::filesystem::path WriteHex(const WindowBench& bench, const std::string& text) {
+    const std::filesystem::path file = bench.program.AppPath / "window-test.hex";
     std::ofstream(file, std::ios::binary) << text;
     return file;
 }
@@ -87,7 +87,7 @@ TEST(MainWindow, TextsFromOutsideStayWhatTheyAre) {
 TEST(MainWindow, LoadShowsTheFile) {
     WindowBench bench(Device);
     bench.Start();
-    bench.desktop.chosenFile = WriteHex(":040000004128422829\r\n:00000001FF\r\n");
+    bench.desktop.chosenFile = WriteHex(bench, ":040000004128422829\r\n:00000001FF\r\n");
     bench.Choose("FileLoad");
     EXPECT_EQ(bench.Panel(4),
               QString::fromStdString("File: " + bench.desktop.chosenFile->string()));
@@ -115,7 +115,7 @@ TEST(MainWindow, LoadThatFailsLeavesEverythingAsItWas) {
         bench.desktop.record.clear();
         const MemoryImage before = bench.program.image;
         if (text)
-            bench.desktop.chosenFile = WriteHex(*text);
+            bench.desktop.chosenFile = WriteHex(bench, *text);
         const QPointer<QWidget> view = bench.Find<QWidget>("frmBuffer");
         bench.Choose("FileLoad");
         EXPECT_EQ(bench.desktop.record, boxes);
@@ -131,7 +131,7 @@ TEST(MainWindow, SaveWritesWhatLoadReadsBack) {
     bench.program.image.SetByte(0, 0x41);
     bench.program.image.SetByte(0x4200, 0x42);
     const MemoryImage saved = bench.program.image;
-    bench.desktop.chosenFile = testing::TempDir() + "window-save.hex";
+    bench.desktop.chosenFile = bench.program.AppPath / "window-save.hex";
     bench.Choose("FileSave");
     EXPECT_EQ(bench.Panel(4),
               QString::fromStdString("File: " + bench.desktop.chosenFile->string()));

@@ -21,7 +21,8 @@ Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
 
 // A working folder that holds just this device.
 std::filesystem::path MakeFolder(const DeviceRecord& device) {
-    const std::filesystem::path folder = testing::TempDir() + "tamber-windows";
+    const std::filesystem::path folder =
+        testing::TempDir() + "tamber-windows-" + std::to_string(QCoreApplication::applicationPid());
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "tamber.cfg") << "1\r\n1\r\n1\r\n";

@@ -22,6 +22,8 @@ int ExecuteModal(QDialog& dialog) {
         dialog.raise();
         dialog.activateWindow();
     });
+    if (owner)
+        dialog.setWindowModality(Qt::WindowModal);
     const int result = dialog.exec();
     if (owner && owner->isVisible())
         owner->activateWindow();

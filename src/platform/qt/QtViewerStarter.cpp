@@ -1,24 +1,14 @@
 #include "platform/qt/QtViewerStarter.hpp"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QStringList>
 #include <algorithm>
-#include <chrono>
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
 
 namespace Tamber {
-namespace {
-
-using namespace std::chrono_literals;
-
-// A viewer that has lasted this long has shown something.
-constexpr std::chrono::milliseconds FirstMoments = 2s;
-
-}  // namespace
 
 /// A process that goes on when its object goes.
 class ViewerProcess final : public QProcess {
@@ -29,27 +19,26 @@ class ViewerProcess final : public QProcess {
         setStandardOutputFile(nullDevice());
         setStandardErrorFile(nullDevice());
 #ifdef Q_OS_UNIX
-        setChildProcessModifier([] { (void)setsid(); });  // Ctrl+C at the program's terminal
+        // Keys at the program's terminal, such as Ctrl+C, are not meant for it.
+        setChildProcessModifier([] { (void)setsid(); });
 #endif
     }
 
     // QProcess ends a process that it takes for running.
-    ~ViewerProcess() override { setProcessState(QProcess::NotRunning); }
-
-    void Start(const QString& program, const QStringList& arguments) {
-        sinceStart_.start();
-        start(program, arguments);
+    ~ViewerProcess() override {
+        setProcessState(QProcess::NotRunning);
     }
 
-    bool EndedBadly(int status, ExitStatus how) const {
-        return (how == CrashExit || status != 0) && !sinceStart_.hasExpired(FirstMoments.count());
+    std::chrono::steady_clock::duration Age() const {
+        return std::chrono::steady_clock::now() - started_;
     }
 
   private:
-    QElapsedTimer sinceStart_;
+    std::chrono::steady_clock::time_point started_ = std::chrono::steady_clock::now();
 };
 
-QtViewerStarter::QtViewerStarter() = default;
+QtViewerStarter::QtViewerStarter(std::chrono::milliseconds firstMoments)
+    : firstMoments_(firstMoments) {}
 QtViewerStarter::~QtViewerStarter() = default;
 
 void QtViewerStarter::Start(const std::string& program, const std::vector<std::string>& arguments,
@@ -69,10 +58,11 @@ void QtViewerStarter::Start(const std::string& program, const std::vector<std::s
     QObject::connect(viewer, &QProcess::finished, viewer,
                      [this, viewer, failed](int status, QProcess::ExitStatus how) {
                          Forget(viewer);
-                         if (viewer->EndedBadly(status, how))
+                         const bool badly = status != 0 || how == QProcess::CrashExit;
+                         if (badly && viewer->Age() < firstMoments_)
                              failed();
                      });
-    viewer->Start(QString::fromStdString(program), list);
+    viewer->start(QString::fromStdString(program), list);
 }
 
 // Called in the middle of the viewer's own signal: it goes away after that.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <vector>
 
@@ -9,10 +10,11 @@ namespace Tamber {
 
 class ViewerProcess;
 
-/// Viewers as child processes. They are watched for a failure only while they start.
+/// Viewers as child processes. A failure counts only in their first moments: a viewer that has
+/// lasted longer has shown something.
 class QtViewerStarter final : public ViewerStarter {
   public:
-    QtViewerStarter();
+    explicit QtViewerStarter(std::chrono::milliseconds firstMoments = std::chrono::seconds(2));
     ~QtViewerStarter() override;
 
     void Start(const std::string& program, const std::vector<std::string>& arguments,
@@ -21,6 +23,7 @@ class QtViewerStarter final : public ViewerStarter {
   private:
     void Forget(ViewerProcess* viewer);
 
+    std::chrono::milliseconds firstMoments_;
     std::vector<std::unique_ptr<ViewerProcess>> viewers_;
 };
 
