@@ -48,6 +48,8 @@ mdiMain::mdiMain(modFunc& program, Platform& platform)
 mdiMain::~mdiMain() = default;
 
 void mdiMain::MakeDocumentArea() {
+    // The views are narrow; a desktop's larger font would cut their titles.
+    QApplication::setFont(SansSerifFont(), "QMdiSubWindowTitleBar");
     documents_ = new QMdiArea(this);
     documents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     documents_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
