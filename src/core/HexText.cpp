@@ -1,23 +1,9 @@
 #include "core/HexText.hpp"
 
-#include <array>
-
 namespace Tamber {
 namespace {
 
 constexpr char Digits[] = "0123456789ABCDEF";
-
-constexpr std::array<std::int8_t, 256> DigitValues = [] {
-    std::array<std::int8_t, 256> values{};
-    values.fill(-1);
-    for (int digit = 0; digit < 10; ++digit)
-        values[static_cast<std::size_t>('0' + digit)] = static_cast<std::int8_t>(digit);
-    for (int digit = 0; digit < 6; ++digit) {
-        values[static_cast<std::size_t>('A' + digit)] = static_cast<std::int8_t>(10 + digit);
-        values[static_cast<std::size_t>('a' + digit)] = static_cast<std::int8_t>(10 + digit);
-    }
-    return values;
-}();
 
 void AppendDigits(std::string& text, std::uint32_t value, int fewest) {
     char reversed[8];
@@ -57,10 +43,6 @@ std::string HexNumber(std::uint32_t value) {
     std::string text;
     AppendDigits(text, value, 1);
     return text;
-}
-
-int HexDigitValue(char digit) {
-    return DigitValues[static_cast<unsigned char>(digit)];
 }
 
 }  // namespace Tamber

@@ -1,6 +1,8 @@
 #include "core/TextFile.hpp"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <system_error>
@@ -96,7 +98,12 @@ Contents ReadTextFile(const std::filesystem::path& path, std::size_t limit) {
     FileHandle file = Open(path, "rb");
     if (!file)
         return Contents::Failed(LastReason());
+    // Room for all of it at once; what is no regular file, or grows meanwhile, is read piece by
+    // piece all the same.
     std::string text;
+    const auto size = std::filesystem::file_size(path, ignored);
+    if (!ignored)
+        text.reserve(std::min<std::uintmax_t>(size, limit));
     char piece[1 << 16];
     std::size_t count = 0;
     while ((count = std::fread(piece, 1, sizeof piece, file.get())) > 0) {

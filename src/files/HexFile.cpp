@@ -18,16 +18,17 @@ HexReadResult ReadHexRecords(std::string_view text, HexRecordTable& table) {
         // another type.
         if (lines.Unfinished() && line.size() < HexRecord::TypeEnd)
             return {HexOutcome::NoEndRecord, lineNumber};
-        const auto record = ParseHexRecord(line);
-        if (!record)
+        HexRecord& record = table.emplace_back();
+        if (!ParseHexRecord(line, record))
             return {HexOutcome::AddressError, lineNumber};
-        if (record->Type == HexRecord::EndType)
+        if (record.Type == HexRecord::EndType) {
+            table.pop_back();
             return {HexOutcome::Loaded, 0};
-        if (record->Type == HexRecord::DataType && record->ByteCount > HexRecord::DataMax)
+        }
+        if (record.Type == HexRecord::DataType && record.ByteCount > HexRecord::DataMax)
             return {HexOutcome::TooManyBytes, lineNumber};
-        if (!record->ChecksumGood)
+        if (!record.ChecksumGood)
             return {HexOutcome::ChecksumError, lineNumber};
-        table.push_back(*record);
     }
     return {HexOutcome::NoEndRecord, static_cast<int>(table.size()) + 1};
 }

@@ -3,113 +3,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "files/HexContent.hpp"
 #include "files/HexWordAddressed.hpp"
 #include "files/LineReader.hpp"
 
 namespace Tamber {
 namespace {
 
-constexpr int IdBytes = 8;
 constexpr int FirstIgnoredType = 2;
 constexpr int LastIgnoredType = 5;
 constexpr int Places = static_cast<int>(HexPlace::Outside) + 1;
-
-// The memories of a device by byte address.
-class PlaceMap {
-  public:
-    explicit PlaceMap(const DeviceRecord& device)
-        : programEnd_(2 * std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax)),
-          eepromEnd_(MemoryImage::Eeprom +
-                     2 * std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax)),
-          twelveBit_(BlankWordHigh(device.TypeCode) == 0x0F) {}
-
-    HexPlace At(int address) const {
-        constexpr int between = MemoryImage::IdLocations + IdBytes;
-        if (address < programEnd_)
-            return HexPlace::ProgramMemory;
-        if (Within(address, MemoryImage::IdLocations, between))
-            return HexPlace::IdLocations;
-        if (Within(address, between, MemoryImage::ConfigurationWord))
-            return HexPlace::BetweenIdAndConfiguration;
-        if (Within(address, MemoryImage::ConfigurationWord, MemoryImage::ConfigurationWord + 2))
-            return HexPlace::ConfigurationWord;
-        if (Within(address, MemoryImage::Eeprom, eepromEnd_))
-            return HexPlace::Eeprom;
-        return twelveBit_ ? AssemblersPlace(address) : HexPlace::Outside;
-    }
-
-  private:
-    static bool Within(int address, int begin, int end) {
-        return address >= begin && address < end;
-    }
-
-    HexPlace AssemblersPlace(int address) const {
-        if (Within(address, programEnd_, programEnd_ + IdBytes))
-            return HexPlace::AssemblerIdLocations;
-        if (Within(address, AssemblerConfigurationAddress, AssemblerConfigurationAddress + 2))
-            return HexPlace::AssemblerConfigurationWord;
-        return HexPlace::Outside;
-    }
-
-    int programEnd_;
-    int eepromEnd_;
-    bool twelveBit_;
-};
-
-// Keeps which line stored each byte.
-class Content {
-  public:
-    explicit Content(HexInspection& inspection)
-        : inspection_(inspection), lines_(MemoryImage::Size, 0) {}
-
-    void Store(const HexRecord& record, int line) {
-        const int count = std::min<int>(record.ByteCount, HexRecord::DataMax);
-        for (int index = 0; index < count; ++index)
-            StoreByte(record.Address + index, record.Data[static_cast<std::size_t>(index)], line);
-    }
-
-    HexUse UseOf(HexPlace place, const PlaceMap& map) const {
-        HexUse use{place, 0, {}};
-        int lastWord = -1;
-        for (int address = 0; address < MemoryImage::Size; ++address) {
-            if (lines_[static_cast<std::size_t>(address)] == 0 || map.At(address) != place)
-                continue;
-            use.Words += address / 2 != lastWord ? 1 : 0;
-            lastWord = address / 2;
-            if (!use.Ranges.empty() && use.Ranges.back().Last == address - 1)
-                use.Ranges.back().Last = address;
-            else
-                use.Ranges.push_back({address, address});
-        }
-        return use;
-    }
-
-  private:
-    void StoreByte(int address, std::uint8_t value, int line) {
-        int& owner = lines_[static_cast<std::size_t>(address)];
-        if (owner != 0)
-            NoteOverlap(address, inspection_.Image.Byte(address) == value, line, owner);
-        owner = line;
-        inspection_.Image.SetByte(address, value);
-    }
-
-    void NoteOverlap(int address, bool same, int line, int earlier) {
-        auto& overlaps = inspection_.Overlaps;
-        if (!overlaps.empty()) {
-            HexOverlap& last = overlaps.back();
-            if (last.Line == line && last.EarlierLine == earlier &&
-                last.Range.Last == address - 1) {
-                last.Range.Last = address;
-                last.SameBytes = last.SameBytes && same;
-                return;
-            }
-        }
-        overlaps.push_back({line, earlier, {address, address}, same});
-    }
-
-    HexInspection& inspection_;
-    std::vector<int> lines_;
-};
 
 struct NumberedRecord {
     HexRecord Record;
@@ -134,11 +37,11 @@ Lines TakeApart(std::string_view text, HexInspection& inspection) {
         }
         lines.Texts.push_back(line);
         const bool cut = reader.Unfinished() && line.size() < HexRecord::TypeEnd;
-        const auto record = ParseHexRecord(line);
-        if (!record || cut)
+        HexRecord record;
+        if (cut || !ParseHexRecord(line, record))
             continue;
-        lines.Records.push_back({*record, static_cast<int>(lines.Texts.size())});
-        ended = record->Type == HexRecord::EndType;
+        lines.Records.push_back({record, static_cast<int>(lines.Texts.size())});
+        ended = record.Type == HexRecord::EndType;
     }
     inspection.Lines = static_cast<int>(lines.Texts.size());
     return lines;
@@ -190,6 +93,22 @@ HexIgnored Ignored(const HexRecord& record, int line) {
     return ignored;
 }
 
+MemoryImage BlankImage(const DeviceRecord& device) {
+    MemoryImage image;
+    image.ClearProgramMemory(device.TypeCode);
+    image.ClearEeprom();
+    image.ClearConfiguration();
+    return image;
+}
+
+bool Blank(const MemoryImage& image, const HexUse& use, const MemoryImage& blank) {
+    for (const HexRange& range : use.Ranges)
+        for (int address = range.First; address <= range.Last; ++address)
+            if (image.Byte(address) != blank.Byte(address) && image.Byte(address) != 0xFF)
+                return false;
+    return true;
+}
+
 }  // namespace
 
 const HexUse* HexInspection::Use(HexPlace place) const {
@@ -199,9 +118,7 @@ const HexUse* HexInspection::Use(HexPlace place) const {
 
 HexInspection InspectHexText(std::string_view text, const DeviceRecord& device) {
     HexInspection inspection;
-    inspection.Image.ClearProgramMemory(device.TypeCode);
-    inspection.Image.ClearEeprom();
-    inspection.Image.ClearConfiguration();
+    inspection.Image = BlankImage(device);
     HexRecordTable table;
     inspection.Load = ReadHexRecords(text, table);
 
@@ -210,7 +127,7 @@ HexInspection InspectHexText(std::string_view text, const DeviceRecord& device) 
     inspection.WordAddressed = unit != HexUnit::Bytes;
     CheckLines(lines, unit, inspection);
 
-    Content content(inspection);
+    HexContent content(inspection);
     for (const auto& [record, line] : lines.Records) {
         if (Readable(record)) {
             ++inspection.DataRecords;
@@ -219,10 +136,12 @@ HexInspection InspectHexText(std::string_view text, const DeviceRecord& device) 
             inspection.Ignored.push_back(Ignored(record, line));
         }
     }
-    const PlaceMap map(device);
+    const HexPlaceMap map(device);
     for (int place = 0; place < Places; ++place)
         if (HexUse use = content.UseOf(static_cast<HexPlace>(place), map); use.Words > 0)
             inspection.Uses.push_back(std::move(use));
+    if (const HexUse* outside = inspection.Use(HexPlace::Outside))
+        inspection.OutsideBlank = Blank(inspection.Image, *outside, BlankImage(device));
     return inspection;
 }
 

@@ -69,6 +69,7 @@ struct HexInspection {
     std::vector<HexFinding> Findings;  ///< malformed lines, the first FindingsMax of them
     int FindingsTotal = 0;
     std::vector<HexUse> Uses;  ///< in the order of HexPlace, used places only
+    bool OutsideBlank = true;  ///< whatever lies outside the device is blank and does not matter
     std::vector<HexOverlap> Overlaps;
     std::vector<HexIgnored> Ignored;
 
@@ -84,5 +85,8 @@ HexInspection InspectHexText(std::string_view text, const DeviceRecord& device);
 
 /// Where the assemblers for 12-bit devices put the configuration word, a byte address.
 constexpr int AssemblerConfigurationAddress = 0x1FFE;
+
+/// And the first ID location: just above program memory.
+int AssemblerIdAddress(const DeviceRecord& device);
 
 }  // namespace Tamber

@@ -106,12 +106,12 @@ Finding CheckHexLine(std::string_view line, bool countsWords) {
         return finding;
     if (auto finding = CheckDigits(line))
         return finding;
-    const auto record = ParseHexRecord(line);
-    if (!record)
+    HexRecord record;
+    if (!ParseHexRecord(line, record))
         return std::nullopt;
-    if (auto finding = CheckCount(line, *record, countsWords))
+    if (auto finding = CheckCount(line, record, countsWords))
         return finding;
-    return CheckMeaning(line, *record);
+    return CheckMeaning(line, record);
 }
 
 }  // namespace Tamber

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 namespace Tamber {
@@ -27,8 +26,9 @@ struct HexRecord {
     std::array<std::uint8_t, DataMax> Data{};  ///< from character 10 on, then zeros
 };
 
-/// Takes a line apart. Data past the line's end read as 0. Nothing comes back when the address does
-/// not read as a number. Where ByteCount is above DataMax, only DataMax bytes are set.
-std::optional<HexRecord> ParseHexRecord(std::string_view line);
+/// Takes a line apart into `record`, a fresh one. Data past the line's end read as 0. Where
+/// ByteCount is above DataMax, only DataMax bytes are set. False when the address does not read as
+/// a number.
+[[nodiscard]] bool ParseHexRecord(std::string_view line, HexRecord& record);
 
 }  // namespace Tamber

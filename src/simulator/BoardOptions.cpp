@@ -130,6 +130,8 @@ constexpr std::array Options{
         [](BoardOptions& o, Text t) { return StoreNumber(o.faults.hangUpAtRequest, t, 1, Many); }},
     Option{"--hang-up-in-reply", "K", "hang up in the middle of the reply to request K",
            [](BoardOptions& o, Text t) { return StoreNumber(o.faults.hangUpInReply, t, 1, Many); }},
+    Option{"--replay", "FILE", "answer as the board in that trace did; no device, no faults",
+           [](BoardOptions& o, Text t) { return StoreText(o.replayFile, t); }},
     Option{"--help", "", "show this text", [](BoardOptions& o, Text) { return o.help = true; }},
 };
 
@@ -152,6 +154,10 @@ std::variant<BoardOptions, std::string> ParseOptions(std::span<const std::string
             return name + ' ' + std::string(value) +
                    " will not do: " + std::string(option->meaning);
     }
+    const bool own =
+        !options.faults.Empty() || !options.loadFile.empty() || !options.saveFile.empty();
+    if (!options.replayFile.empty() && own)
+        return "--replay goes with --link, --pace and --trace only";
     return options;
 }
 

@@ -27,6 +27,8 @@ struct BoardOptions {
     bool trace = false;
     bool help = false;
     FaultPlan faults;
+    /// A trace to answer by; empty: the board answers for itself.
+    std::string replayFile;
 };
 
 /// The options, or one line that says which argument is wrong and what would be right. `arguments`

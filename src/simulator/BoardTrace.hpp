@@ -17,7 +17,8 @@ namespace Tamber::Simulator {
 ///     12.345702 > 04 00 10 00 01 ; block at 0010
 ///     12.345731 < 11 FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F ; block at 0010
 ///
-/// TIME is the board's clock in seconds with six decimals. MARK is `>` for a whole frame from the
+/// TIME is the board's clock in seconds with six decimals; after `!` it is when the host gets what
+/// the line holds. MARK is `>` for a whole frame from the
 /// host, `<` for a reply to it, `!` for what the host gets in place of the `<` line before it, or
 /// in place of any answer, because of a fault. BYTES are in hexadecimal, the frame's count byte
 /// included; there may be none after `!`. The gloss is for people and holds no ` ; `.

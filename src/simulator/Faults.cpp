@@ -122,8 +122,8 @@ void FaultyBoard::Release(Awaited awaited) {
     const auto due = clock_() + delay;
     for (const auto byte : awaited.reply)
         toHost_.push_back({due, byte});
-    if (awaited.ownReply || awaited.reply != before || delay.count() > 0)
-        Trace('!', awaited.reply, Gloss(leaving_, delay));
+    if (trace_ && (awaited.ownReply || awaited.reply != before || delay.count() > 0))
+        trace_(TraceLine(due, '!', awaited.reply, Gloss(leaving_, delay)));
 }
 
 void FaultyBoard::Spoil(Awaited& awaited) const {

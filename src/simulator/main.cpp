@@ -3,8 +3,10 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "simulator/HexFile.hpp"
 #include "simulator/PacedLine.hpp"
 #include "simulator/PseudoTerminal.hpp"
+#include "simulator/ReplayBoard.hpp"
 #include "simulator/TraceOutput.hpp"
 
 namespace {
@@ -60,6 +63,25 @@ std::string Save(const std::string& name, const DeviceMemory& memory) {
     return file && !error ? std::string() : "cannot write " + name;
 }
 
+// The board of a trace; null when the trace cannot be used, which is then said.
+std::unique_ptr<ReplayBoard> Replay(const std::string& name, const BoardClock& clock,
+                                    const BoardTrace& tracer) {
+    std::ifstream file(name);
+    std::ostringstream text;
+    text << file.rdbuf();
+    if (!file) {
+        Complain(WronglyCalled, "cannot read " + name);
+        return nullptr;
+    }
+    auto exchanges = ReadTrace(text.str());
+    if (const auto* const fault = std::get_if<TraceFault>(&exchanges)) {
+        Complain(WronglyCalled, name + ':' + std::to_string(fault->line) + ": " + fault->cause);
+        return nullptr;
+    }
+    return std::make_unique<ReplayBoard>(
+        clock, std::move(std::get<std::vector<TracedExchange>>(exchanges)), tracer);
+}
+
 int Run(const BoardOptions& options) {
     const auto clock = StartedClock();
     TraceOutput trace;
@@ -74,6 +96,13 @@ int Run(const BoardOptions& options) {
     BoardLine* line = &engine;
     if (!options.faults.Empty())
         line = &faulty;
+    std::unique_ptr<ReplayBoard> replay;
+    if (!options.replayFile.empty()) {
+        replay = Replay(options.replayFile, clock, tracer);
+        if (!replay)
+            return WronglyCalled;
+        line = replay.get();
+    }
     std::unique_ptr<PacedLine> paced;
     if (options.pace) {
         paced = std::make_unique<PacedLine>(*line, clock, *options.pace);

@@ -21,14 +21,20 @@ namespace {
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr int NarrowestStretch = 75;
 
-// Only families that are there: the system's own substitutes for one that is not come from its
-// kind (any script face for a comic one), not from its measures.
-QFont FontOf(const QStringList& families, QFont::StyleHint hint, double points, bool bold) {
+// The first family that is there, else none: the system's own substitutes for one that is not come
+// from its kind (any script face for a comic one), not from its measures. The list of all families
+// is asked for once, and compared here: asking for each by name resolves its substitutes first.
+QString InstalledOf(const QStringList& families) {
+    static const QStringList all = QFontDatabase::families();
     const auto installed = std::ranges::find_if(
-        families, [](const QString& family) { return QFontDatabase::hasFamily(family); });
+        families, [](const QString& family) { return all.contains(family, Qt::CaseInsensitive); });
+    return installed != families.end() ? *installed : QString();
+}
+
+QFont FontOf(const QString& family, QFont::StyleHint hint, double points, bool bold) {
     QFont font;
-    if (installed != families.end())
-        font.setFamily(*installed);
+    if (!family.isEmpty())
+        font.setFamily(family);
     font.setStyleHint(hint);
     font.setPixelSize(qRound(points * PixelsPerPoint));
     font.setBold(bold);
@@ -76,20 +82,22 @@ QIcon ApplicationIcon() {
 }
 
 QFont SansSerifFont(double points) {
-    return FontOf({"MS Sans Serif", "Microsoft Sans Serif", "Liberation Sans", "Arimo", "Arial",
-                   "Nimbus Sans", "DejaVu Sans Condensed"},
-                  QFont::SansSerif, points, false);
+    static const QString family =
+        InstalledOf({"MS Sans Serif", "Microsoft Sans Serif", "Liberation Sans", "Arimo", "Arial",
+                     "Nimbus Sans", "DejaVu Sans Condensed"});
+    return FontOf(family, QFont::SansSerif, points, false);
 }
 
 QFont CourierFont(double points, bool bold) {
-    return FontOf({"Courier", "Courier New", "Liberation Mono", "Cousine", "Nimbus Mono PS",
-                   "DejaVu Sans Mono"},
-                  QFont::Monospace, points, bold);
+    static const QString family = InstalledOf({"Courier", "Courier New", "Liberation Mono",
+                                               "Cousine", "Nimbus Mono PS", "DejaVu Sans Mono"});
+    return FontOf(family, QFont::Monospace, points, bold);
 }
 
 QFont ComicFont(double points) {
-    QFont font = FontOf({"Comic Sans MS", "Comic Neue", "Comic Relief", "Humor Sans"},
-                        QFont::SansSerif, points, true);
+    static const QString family =
+        InstalledOf({"Comic Sans MS", "Comic Neue", "Comic Relief", "Humor Sans"});
+    QFont font = FontOf(family, QFont::SansSerif, points, true);
     font.setItalic(true);
     return font;
 }

@@ -7,8 +7,8 @@ namespace Tamber {
 namespace {
 
 // What the windows may be kept waiting while replies follow one another without a gap.
-constexpr qint64 EventLoopEvery = 4;  // milliseconds
-constexpr int PortAlone = 1;          // milliseconds
+constexpr qint64 EventLoopEvery = 16;  // milliseconds
+constexpr int PortAlone = 1;           // milliseconds
 
 }  // namespace
 

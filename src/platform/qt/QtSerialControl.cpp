@@ -7,6 +7,12 @@
 
 #include "platform/PortPath.hpp"
 
+#ifdef Q_OS_UNIX
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#endif
 #ifdef __linux__
 #include <linux/serial.h>
 #include <sys/ioctl.h>
@@ -28,6 +34,28 @@ void AskForLowLatency([[maybe_unused]] QSerialPort& port) {
     line.flags |= ASYNC_LOW_LATENCY;
     (void)ioctl(port.handle(), TIOCSSERIAL, &line);
 #endif
+}
+
+// A line that was hung up reads as one on which nothing comes, for ever; its settings tell.
+bool HungUp([[maybe_unused]] const QSerialPort& port) {
+#ifdef Q_OS_UNIX
+    termios line{};
+    return tcgetattr(port.handle(), &line) != 0 && errno == EIO;
+#else
+    return false;
+#endif
+}
+
+// Hands `bytes` to the driver in one system call and returns how many it took; the port's own
+// buffer, with all that belongs to it, is for what the driver has no room for.
+std::size_t WriteAtOnce([[maybe_unused]] QSerialPort& port,
+                        [[maybe_unused]] std::span<const std::uint8_t> bytes) {
+#ifdef Q_OS_UNIX
+    if (port.bytesToWrite() == 0)
+        if (const auto taken = write(port.handle(), bytes.data(), bytes.size()); taken > 0)
+            return static_cast<std::size_t>(taken);
+#endif
+    return 0;
 }
 
 QSerialPort::Parity ParityOf(const QString& letter) {
@@ -71,15 +99,20 @@ std::string FailureText(const QSerialPort& port, const std::string& path) {
 QtSerialControl::QtSerialControl(std::filesystem::path directory, QtEventDelivery& events)
     : directory_(std::move(directory)) {
     events.WatchPort(&port_);
-    QObject::connect(
-        &port_, &QSerialPort::errorOccurred, &port_,
-        [this](QSerialPort::SerialPortError error) {
-            if (error != QSerialPort::ResourceError)
-                return;
-            lost_ = true;
-            port_.close();
-        },
-        Qt::QueuedConnection);
+    // A short wait that ends without bytes is an "error" too; told of it later, in the event loop,
+    // the loop would wake for nothing. The port is closed later: not inside a call of its own.
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                     [this](QSerialPort::SerialPortError error) {
+                         if (error != QSerialPort::ResourceError)
+                             return;
+                         lost_ = true;
+                         QMetaObject::invokeMethod(
+                             &port_, [this] { port_.close(); }, Qt::QueuedConnection);
+                     });
+    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
+        if (port_.bytesAvailable() > ReceivedMax)
+            port_.readAll();
+    });
 }
 
 std::optional<std::string> QtSerialControl::PortOpen(int commPort, std::string_view settings) {
@@ -97,10 +130,17 @@ std::optional<std::string> QtSerialControl::PortOpen(int commPort, std::string_v
     return std::nullopt;
 }
 
+bool QtSerialControl::PortLost() const {
+    return lost_ || (port_.isOpen() && HungUp(port_));
+}
+
 void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     if (!port_.isOpen())
         return;
-    port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+    const std::span<const std::uint8_t> rest = bytes.subspan(WriteAtOnce(port_, bytes));
+    if (rest.empty())
+        return;
+    port_.write(reinterpret_cast<const char*>(rest.data()), static_cast<qint64>(rest.size()));
     port_.flush();
 }
 

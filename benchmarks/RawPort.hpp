@@ -1,0 +1,41 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+#include "Measure.hpp"
+
+namespace Tamber::Bench {
+
+/// The link's yardstick: the same bytes sent and received with nothing but the system's own calls.
+class RawPort {
+  public:
+    /// Opens the port and makes it raw.
+    explicit RawPort(const std::filesystem::path& port);
+    RawPort(const RawPort&) = delete;
+    RawPort& operator=(const RawPort&) = delete;
+    ~RawPort();
+
+    /// Reads `blocks` blocks, one request at a time.
+    Spent ReadBlocks(int blocks);
+
+    /// Writes `blocks` blocks inside one write sequence.
+    Spent WriteBlocks(int blocks);
+
+    /// Sends the end command, then sleeps.
+    void EndAndPause(int milliseconds);
+
+    /// Waits 1000 ms for a reply that does not come.
+    Spent WaitInVain();
+
+  private:
+    void Write(std::span<const std::uint8_t> bytes) const;
+    void Read(std::size_t length);
+
+    int port_;
+    std::array<std::uint8_t, 64> reply_{};
+};
+
+}  // namespace Tamber::Bench

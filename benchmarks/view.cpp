@@ -1,0 +1,52 @@
+// The text of the program-memory view, against plain loops.
+
+#include <cstring>
+#include <memory>
+
+#include "BoardProcess.hpp"
+#include "DumpYardstick.hpp"
+#include "Measure.hpp"
+#include "Memories.hpp"
+#include "Row.hpp"
+#include "ui/DumpText.hpp"
+
+namespace Tamber::Bench {
+namespace {
+
+;
+
+void MeasureScrollStep(Memories& with, int rounds) {
+    const int words = MemoryImage::ProgramWordsMax;
+    int row = 0;
+    const auto nextRow = [&row] { return row = (row + 1) % 1008; };
+    Require(ProgramDump(with.Image, 5) == DumpRows(with.Plain.data(), 5) &&
+                ProgramChecksum(with.Image, words) == SumOf(with.Plain.data(), words),
+            "program and yardstick do not make the same text");
+    const Comparison steps = Compare(
+        rounds,
+        [&] {
+            return Repeated(1000, [&] {
+                Keep(ProgramDump(with.Image, nextRow()));
+                Keep(ProgramChecksum(with.Image, words));
+            });
+        },
+        [&] {
+            return Repeated(1000, [&] {
+                Keep(DumpRows(with.Plain.data(), static_cast<unsigned>(nextRow())));
+                Keep(SumOf(with.Plain.data(), words));
+            });
+        });
+    PrintLimit("Scroll step: text and checksum, 8,192 words", steps.Program.Wall(),
+               steps.Yardstick.Wall(), Microseconds, 10e-6);
+}
+
+}  // namespace
+}  // namespace Tamber::Bench
+
+int main(int count, char** values) {
+    using namespace Tamber::Bench;
+    const int rounds = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 11 : 51;
+    UseCore(0);
+    const auto with = std::make_unique<Memories>();
+    MeasureScrollStep(*with, rounds);
+}

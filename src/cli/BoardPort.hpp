@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <ostream>
+
+#include "cli/Context.hpp"
+#include "platform/SerialControl.hpp"
+
+namespace Tamber::Cli {
+
+class SimulatedSerialControl;
+
+/// The port that the arguments ask for, or the simulated board in its place, and the trace of it.
+class BoardPort {
+  public:
+    explicit BoardPort(Context& context);
+    ~BoardPort();
+
+    /// Makes the control. Nothing is opened yet but the files of trace and socket.
+    [[nodiscard]] Outcome Make();
+
+    /// Only once it is made.
+    SerialControl& Control() { return *control_; }
+    const SerialControl& Control() const { return *control_; }
+
+    /// The port's number; none when it was given as a path.
+    std::optional<int> CommPort() const { return commPort_; }
+    const std::string& Name() const { return name_; }
+
+    /// Puts the simulated socket's contents where the arguments want them.
+    [[nodiscard]] Outcome SaveSocket() const;
+
+  private:
+    [[nodiscard]] Outcome MakeSimulated();
+    [[nodiscard]] Outcome AddTrace();
+    std::chrono::microseconds SinceStart() const { return context_.Host.Now() - start_; }
+
+    Context& context_;
+    std::chrono::microseconds start_;
+    std::string name_;
+    std::optional<int> commPort_;
+    std::unique_ptr<std::ostream> trace_;
+    SimulatedSerialControl* simulated_ = nullptr;
+    std::unique_ptr<SerialControl> control_;
+};
+
+}  // namespace Tamber::Cli

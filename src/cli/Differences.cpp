@@ -1,0 +1,100 @@
+#include "cli/Differences.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace Tamber::Cli {
+namespace {
+
+using Words = std::vector<std::uint16_t>;
+
+constexpr char BlankCause[] =
+    "everything reads blank: it was erased or never programmed, or the socket is empty";
+constexpr char ZeroCause[] =
+    "everything reads zero: the device is protected against reading, or has no contact or supply";
+constexpr char LowerCause[] =
+    "every word stands one address below its own: another device type may have been chosen";
+constexpr char HigherCause[] =
+    "every word stands one address above its own: another device type may have been chosen";
+
+struct RegionForm {
+    const char* Name;
+    int Start;  // image index
+    int Words;
+    std::uint16_t Mask;
+    std::uint16_t Blank;
+};
+
+Words Take(const MemoryImage& image, const RegionForm& form) {
+    Words words;
+    const auto bytes = image.Bytes(form.Start, 2 * form.Words);
+    for (std::size_t index = 0; index < bytes.size(); index += 2)
+        words.push_back(
+            static_cast<std::uint16_t>((bytes[index + 1] << 8 | bytes[index]) & form.Mask));
+    return words;
+}
+
+bool Everything(const Words& words, std::uint16_t value) {
+    return std::ranges::all_of(words, [value](std::uint16_t word) { return word == value; });
+}
+
+std::string LikelyCause(const Words& expected, const Words& found, std::uint16_t blank) {
+    if (Everything(found, blank))
+        return BlankCause;
+    if (Everything(found, 0))
+        return ZeroCause;
+    if (Everything(expected, expected.front()))
+        return {};
+    if (std::equal(expected.begin() + 1, expected.end(), found.begin()))
+        return LowerCause;
+    if (std::equal(found.begin() + 1, found.end(), expected.begin()))
+        return HigherCause;
+    return {};
+}
+
+RegionDifferences Compare(const MemoryImage& expectedImage, const MemoryImage& foundImage,
+                          const RegionForm& form) {
+    const Words expected = Take(expectedImage, form);
+    const Words found = Take(foundImage, form);
+    RegionDifferences differences{form.Name, form.Words, {}, {}};
+    for (std::size_t index = 0; index < expected.size(); ++index)
+        if (expected[index] != found[index])
+            differences.List.push_back({static_cast<int>(index), expected[index], found[index]});
+    // One word alone tells nothing of a cause.
+    if (!differences.List.empty() && form.Words > 1)
+        differences.LikelyCause = LikelyCause(expected, found, form.Blank);
+    return differences;
+}
+
+std::vector<RegionForm> Forms(const DeviceRecord& device, const Regions& regions) {
+    std::vector<RegionForm> forms;
+    const auto blank = static_cast<std::uint16_t>(BlankWordHigh(device.TypeCode) << 8 | 0xFF);
+    if (regions.ProgramMemory)
+        forms.push_back({"program memory", 0,
+                         std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax), 0xFFFF,
+                         blank});
+    if (regions.Eeprom)
+        forms.push_back({"EEPROM", MemoryImage::Eeprom,
+                         std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax), 0xFF,
+                         0xFF});
+    if (regions.IdLocations)
+        forms.push_back({"ID locations", MemoryImage::IdLocations, 4, 0xFFFF, 0xFFFF});
+    if (regions.ConfigurationWord)
+        forms.push_back({"configuration word", MemoryImage::ConfigurationWord, 1, 0xFFFF, 0x3FFF});
+    return forms;
+}
+
+}  // namespace
+
+std::vector<RegionDifferences> FindDifferences(const MemoryImage& expected,
+                                               const MemoryImage& found, const DeviceRecord& device,
+                                               const Regions& regions) {
+    std::vector<RegionDifferences> all;
+    for (const RegionForm& form : Forms(device, regions))
+        if (RegionDifferences differences = Compare(expected, found, form);
+            !differences.List.empty())
+            all.push_back(std::move(differences));
+    return all;
+}
+
+}  // namespace Tamber::Cli

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace Tamber::Cli {
+
+/// Makes COM`commPort` of the working folder stand for `port`, by a link there. A link that was
+/// there is replaced, anything else left alone. Returns why that failed.
+[[nodiscard]] std::optional<std::string> MakePortLink(const std::filesystem::path& folder,
+                                                      int commPort,
+                                                      const std::filesystem::path& port);
+
+/// The link of `folder` (/dev/serial/by-id on most systems) that leads to `port`; empty when there
+/// is none.
+std::filesystem::path StablePathOf(const std::filesystem::path& port,
+                                   const std::filesystem::path& folder);
+
+}  // namespace Tamber::Cli

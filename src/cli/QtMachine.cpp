@@ -1,0 +1,44 @@
+#include "cli/QtMachine.hpp"
+
+#include <QSerialPortInfo>
+
+#include "cli/Interruption.hpp"
+#include "cli/PortLink.hpp"
+#include "platform/qt/QtSerialControl.hpp"
+#include "platform/qt/QtWindowTimer.hpp"
+
+namespace Tamber::Cli {
+
+std::unique_ptr<WindowTimer> QtMachine::NewTimer() {
+    return std::make_unique<QtWindowTimer>();
+}
+
+std::unique_ptr<SerialControl> QtMachine::NewSerialControl(const std::filesystem::path& path) {
+    auto control = std::make_unique<QtSerialControl>(std::filesystem::path(), events_);
+    control->UsePath(path);
+    return control;
+}
+
+std::vector<SerialPortEntry> QtMachine::SerialPorts() {
+    std::vector<SerialPortEntry> ports;
+    for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
+        QString description = info.description();
+        for (const QString& more : {info.manufacturer(), info.serialNumber()})
+            if (!more.isEmpty())
+                description += (description.isEmpty() ? "" : ", ") + more;
+        const std::filesystem::path path = info.systemLocation().toStdString();
+        ports.push_back({path, description.toStdString(), StablePathOf(path, "/dev/serial/by-id")});
+    }
+    return ports;
+}
+
+std::chrono::microseconds QtMachine::Now() const {
+    return std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
+bool QtMachine::Interrupted() const {
+    return InterruptionNoted();
+}
+
+}  // namespace Tamber::Cli

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "cli/Machine.hpp"
+#include "platform/qt/QtEventDelivery.hpp"
+
+namespace Tamber::Cli {
+
+/// The machine by way of Qt's parts that know no display. Needs a QCoreApplication that outlives
+/// it.
+class QtMachine final : public Machine {
+  public:
+    EventDelivery& Events() override { return events_; }
+    std::unique_ptr<WindowTimer> NewTimer() override;
+    std::unique_ptr<SerialControl> NewSerialControl(const std::filesystem::path& path) override;
+    std::vector<SerialPortEntry> SerialPorts() override;
+    std::chrono::microseconds Now() const override;
+    bool Interrupted() const override;
+
+  private:
+    QtEventDelivery events_;
+};
+
+}  // namespace Tamber::Cli

@@ -1,0 +1,65 @@
+#include "cli/SimulatedSerialControl.hpp"
+
+#include <algorithm>
+#include <sstream>
+#include <utility>
+
+#include "core/TextFile.hpp"
+#include "simulator/HexFile.hpp"
+
+namespace Tamber::Cli {
+namespace {
+
+// The board knows the types "a" to "z".
+constexpr int TypeCodeMax = 26;
+
+Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
+    return {std::clamp<int>(device.TypeCode, 1, TypeCodeMax),
+            std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax),
+            std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax)};
+}
+
+}  // namespace
+
+SimulatedSerialControl::SimulatedSerialControl(const DeviceRecord& device,
+                                               Simulator::BoardClock clock)
+    : engine_(std::move(clock), ShapeOf(device)) {}
+
+std::optional<std::string> SimulatedSerialControl::LoadSocket(const std::filesystem::path& file) {
+    std::error_code error;
+    if (!std::filesystem::exists(file, error))
+        return std::nullopt;
+    const auto text = ReadTextFile(file);
+    if (!text.Ok())
+        return text.Failure();
+    std::istringstream stream(text.Value());
+    if (const auto fault = Simulator::LoadHex(stream, engine_.Memory()))
+        return "line " + std::to_string(fault->line) + ": " + fault->cause;
+    return std::nullopt;
+}
+
+std::optional<std::string> SimulatedSerialControl::SaveSocket(
+    const std::filesystem::path& file) const {
+    std::ostringstream text;
+    Simulator::SaveHex(text, engine_.Memory());
+    return ReplaceTextFile(file, text.str());
+}
+
+std::optional<std::string> SimulatedSerialControl::PortOpen(int, std::string_view) {
+    return std::nullopt;
+}
+
+void SimulatedSerialControl::Output(std::span<const std::uint8_t> bytes) {
+    engine_.Receive(bytes);
+    engine_.Take(received_);
+}
+
+int SimulatedSerialControl::InBufferCount() {
+    return static_cast<int>(received_.size());
+}
+
+void SimulatedSerialControl::Input(std::vector<std::uint8_t>& bytes) {
+    bytes = std::exchange(received_, {});
+}
+
+}  // namespace Tamber::Cli

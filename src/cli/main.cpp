@@ -1,0 +1,48 @@
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+
+#include "cli/Commands.hpp"
+#include "cli/Interruption.hpp"
+#include "cli/QtMachine.hpp"
+
+namespace {
+
+using namespace Tamber::Cli;
+
+bool Set(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+// A dumb terminal can neither be coloured nor have a line drawn anew.
+Streams StandardStreams() {
+    const char* const kind = std::getenv("TERM");
+    const bool able = kind != nullptr && std::string_view(kind) != "dumb";
+    return {std::cin,
+            std::cout,
+            std::cerr,
+            able && isatty(STDOUT_FILENO) == 1,
+            able && isatty(STDERR_FILENO) == 1,
+            !Set("NO_COLOR")};
+}
+
+int Run(const Arguments& arguments, char** words) {
+    int count = 1;  // the program's options are its own; Qt gets none
+    QCoreApplication application(count, words);
+    CatchInterruptions();
+    QtMachine machine;
+    return static_cast<int>(RunCommand(arguments, machine, StandardStreams()));
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const auto parsed = ParseArguments({words + 1, words + count});
+    if (const auto* const answer = std::get_if<Answer>(&parsed))
+        return static_cast<int>(Give(*answer, StandardStreams()));
+    return Run(std::get<Arguments>(parsed), words);
+}
