@@ -70,12 +70,12 @@ int main(int count, char** values) {
     QtPlatform qt(program.AppPath);
     Bench::StartPlatform platform(qt);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(ApplicationIcon());
     double splashStood = 0;
     application.Waited = [&] { return splashStood + platform.SleptNanoseconds(); };
     std::unique_ptr<mdiMain> window;
     frmAbout splash(nullptr, platform, [&] {
         splashStood = Bench::Nanoseconds() - application.FirstPainted();
+        QApplication::setWindowIcon(ApplicationIcon());
         window = std::make_unique<mdiMain>(program, platform);
         window->MDIForm_Load();
         window->show();

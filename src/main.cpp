@@ -54,9 +54,9 @@ int main(int, char** argv) {
 
     // The main window says when the program ends; a box closed before it appears does not.
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(ApplicationIcon());
     std::unique_ptr<mdiMain> window;
     frmAbout splash(nullptr, platform, [&] {
+        QApplication::setWindowIcon(ApplicationIcon());
         window = std::make_unique<mdiMain>(program, platform);
         window->MDIForm_Load();
         window->show();

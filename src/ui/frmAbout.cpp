@@ -49,7 +49,10 @@ void frmAbout::MakeControls() {
     AddLabel(0, "PIC Programmer", 720, 120, 3495, 615, 20.25, Qt::black);
     auto* image = new QLabel(this);
     Place(*image, "Image1", 120, 120, 480, 480);
-    image->setPixmap(ApplicationIcon().pixmap(QSize(32, 32), devicePixelRatioF()));
+    // The splash is the first thing on the screen; it waits for no picture that it does not show.
+    const double ratio = devicePixelRatioF();
+    image->setPixmap(ratio > 1 ? ApplicationIcon().pixmap(QSize(32, 32), ratio)
+                               : QPixmap(":/icon/tamber-32.png"));
     image->setAccessibleName("Icon");
 }
 
