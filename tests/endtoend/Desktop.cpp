@@ -59,6 +59,12 @@ void Process::Signal(int signal) const {
     kill(pid_, signal);
 }
 
+bool Process::Ended() const {
+    siginfo_t info{};
+    return waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           info.si_pid == pid_;
+}
+
 int Process::Wait() {
     int status = 0;
     waitpid(pid_, &status, 0);
@@ -77,10 +83,22 @@ Desktop::Desktop(const std::filesystem::path& folder) : folder_(folder) {
     display_ = ":" + Contents(number).substr(0, Contents(number).find('\n'));
 }
 
+bool Desktop::HasKeyboard(const std::string& title) const {
+    return Run("test \"$(DISPLAY=" + display_ + " xdotool getwindowfocus getwindowname)\" = '" +
+               title + "'") == 0;
+}
+
 bool Desktop::AwaitWindow(const std::string& title) const {
+    return Await([&] { return HasKeyboard(title); });
+}
+
+bool Desktop::PressUntil(const std::string& keys, const std::string& title) const {
+    constexpr int LooksPerPress = 60;  // some seconds
+    int looks = 0;
     return Await([&] {
-        return Run("test \"$(DISPLAY=" + display_ + " xdotool getwindowfocus getwindowname)\" = '" +
-                   title + "'") == 0;
+        if (looks++ % LooksPerPress == 0)
+            Press(keys);
+        return HasKeyboard(title);
     });
 }
 

@@ -23,6 +23,9 @@ class Process {
 
     void Signal(int signal) const;
 
+    /// The process has ended; Wait returns at once.
+    bool Ended() const;
+
     /// Waits for the end and returns the exit status, or 128 + signal.
     int Wait();
 
@@ -40,11 +43,17 @@ class Desktop {
     /// Waits until the window with this title has the keyboard; false when that does not come.
     bool AwaitWindow(const std::string& title) const;
 
+    /// Presses keys, which must do no harm twice, until the window with this title has the
+    /// keyboard: a bare display may lose what is pressed while the keyboard changes hands.
+    bool PressUntil(const std::string& keys, const std::string& title) const;
+
     /// Presses keys as xdotool names them, or types a text, in the window that has the keyboard.
     void Press(const std::string& keys) const;
     void Type(const std::string& text) const;
 
   private:
+    bool HasKeyboard(const std::string& title) const;
+
     std::filesystem::path folder_;
     std::string display_;
     std::unique_ptr<Process> server_;

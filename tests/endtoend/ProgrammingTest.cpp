@@ -42,6 +42,16 @@ class Programming : public testing::Test {
                                      "ASAN_OPTIONS=detect_leaks=0"});
     }
 
+    bool PressUntilEnded(const std::string& keys) {
+        constexpr int LooksPerPress = 60;  // some seconds
+        int looks = 0;
+        return Await([&] {
+            if (looks++ % LooksPerPress == 0)
+                desktop.Press(keys);
+            return program->Ended();
+        });
+    }
+
     std::string Log() const {
         return Contents(folder / "program.log") + Contents(folder / "board.log");
     }
@@ -58,28 +68,23 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
     ASSERT_TRUE(StartBoard()) << Log();
     StartProgram();
     ASSERT_TRUE(desktop.AwaitWindow("Tamber")) << "no identification\n" << Log();
-    desktop.Press("Return");
-    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
+    ASSERT_TRUE(desktop.PressUntil("Return", MainWindow)) << Log();
 
     const std::filesystem::path file = Samples / "greeting-16f84a.hex";
-    desktop.Press("alt+f l");
-    ASSERT_TRUE(desktop.AwaitWindow("Load")) << Log();
+    ASSERT_TRUE(desktop.PressUntil("Escape alt+f l", "Load")) << Log();
     desktop.Type(file.string());
-    desktop.Press("Return");
-    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
+    ASSERT_TRUE(desktop.PressUntil("Return", MainWindow)) << Log();
 
-    desktop.Press("F5");
-    ASSERT_TRUE(desktop.AwaitWindow("Function")) << Log();
-    desktop.Press("Down Down Down Return");
+    ASSERT_TRUE(desktop.PressUntil("F5", "Function")) << Log();
+    desktop.Press("Home Down Down Down Return");
     // The last acknowledged block, then the end of its sequence.
     ASSERT_TRUE(Await([&] {
         const std::string trace = Contents(folder / "board.log");
         const auto block = trace.find("> 14 40 00");
         return block != std::string::npos && trace.find("> 01 49", block) != std::string::npos;
     })) << Log();
-    desktop.Press("Escape");
-    ASSERT_TRUE(desktop.AwaitWindow(MainWindow)) << Log();
-    desktop.Press("alt+f x");
+    ASSERT_TRUE(desktop.PressUntil("Escape", MainWindow)) << Log();
+    ASSERT_TRUE(PressUntilEnded("Escape alt+f x")) << Log();
     EXPECT_EQ(program->Wait(), 0) << Log();
 
     board->Signal(SIGTERM);
@@ -105,7 +110,7 @@ TEST_F(Programming, StartThatFailsSaysWhyAndWritesNothing) {
     std::ofstream(folder / "tamber.cfg") << "1\r\nmany\r\n1\r\n";
     StartProgram();
     ASSERT_TRUE(desktop.AwaitWindow("Tamber")) << Log();
-    desktop.Press("Return");
+    ASSERT_TRUE(PressUntilEnded("Return")) << Log();
     EXPECT_EQ(program->Wait(), 1);
     EXPECT_NE(Log().find("tamber.cfg, line 2, field 1"), std::string::npos) << Log();
     EXPECT_EQ(Contents(folder / "tamber.cfg"), "1\r\nmany\r\n1\r\n");
