@@ -1,9 +1,16 @@
 #include "cli/CliBench.hpp"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
 namespace Tamber::Cli {
+
+std::string JsonFact(const std::string& json, const std::string& pointer) {
+    const auto fact =
+        nlohmann::ordered_json::parse(json).at(nlohmann::ordered_json::json_pointer(pointer));
+    return fact.is_string() ? fact.get<std::string>() : fact.dump();
+}
 
 bool FakeMachine::Interrupted() const {
     return interruptAfter >= 0 &&

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/Commands.hpp"
 #include "core/TestFolder.hpp"
 #include "simulator/BoardEngine.hpp"
@@ -39,13 +37,17 @@ class FakeMachine final : public Machine {
     int interruptAfter = -1;  ///< frames sent; below 0: never
 };
 
+/// What stands at `pointer` ("/board/name") of a JSON text: a string without its quotes, anything
+/// else as JSON writes it. Nothing there is an exception, which fails the test.
+std::string JsonFact(const std::string& json, const std::string& pointer);
+
 /// What a run of the program left behind.
 struct Ran {
     int Status = 0;
     std::string Out;
     std::string Errors;
 
-    nlohmann::json Json() const { return nlohmann::json::parse(Out); }
+    std::string Fact(const std::string& pointer) const { return JsonFact(Out, pointer); }
 };
 
 /// The program in the sample working folder, with a board on a clock of its own.

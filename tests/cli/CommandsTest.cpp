@@ -98,11 +98,12 @@ TEST_F(CliTest, PortsShowsAndSetsWhatTheNumbersStandFor) {
 
 TEST_F(CliTest, DevicesMarksTheSelectedOne) {
     const Ran listed = Run({"devices", "--json"});
-    const auto devices = listed.Json()["devices"];
-    ASSERT_EQ(devices.size(), 24u);
-    for (const auto& device : devices)
-        EXPECT_EQ(device["selected"], device["name"] == "PIC16F84A");
-    EXPECT_EQ(devices[17]["eeprom"], 64);
+    for (int number = 0; number < 24; ++number) {
+        const std::string device = "/devices/" + std::to_string(number);
+        EXPECT_EQ(listed.Fact(device + "/selected"),
+                  listed.Fact(device + "/name") == "PIC16F84A" ? "true" : "false");
+    }
+    EXPECT_EQ(listed.Fact("/devices/17/eeprom"), "64");
     EXPECT_THAT(Run({"devices"}).Out, HasSubstr("* PIC16F84A             7   1024     64  yes\n"));
 }
 
@@ -125,7 +126,7 @@ TEST_F(CliTest, OnlyTheRegionsAskedForTakePart) {
         EXPECT_THAT(ran.Errors, testing::StartsWith("tamber-cli: "));
         EXPECT_TRUE(Wire().empty());
     }
-    EXPECT_EQ(Run({"read", "-", "--json"}).Json()["outcome"], "usage");
+    EXPECT_EQ(Run({"read", "-", "--json"}).Fact("/outcome"), "usage");
 }
 
 TEST_F(CliTest, WhatWasAskedForIsAloneOnStandardOutput) {
@@ -150,7 +151,7 @@ TEST_F(CliTest, NothingFromOutsideSteersTheTerminal) {
         Simulator::Identification{"\x1B[2J\x9B", '1', '\n'});
     desktop.board = engine.get();
     EXPECT_EQ(Run({"identify"}).Out, "Device: ?[2J?\nVersion 1.\n\n");
-    EXPECT_EQ(Run({"identify", "--json"}).Json()["board"]["version"], "1.\n");
+    EXPECT_EQ(Run({"identify", "--json"}).Fact("/board/version"), "1.\n");
 }
 
 }  // namespace

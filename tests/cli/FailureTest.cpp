@@ -80,9 +80,9 @@ TEST_P(Fails, WithItsStatusItsWordsAndAsJson) {
     Socket({7, 1024, 64}, failure.faults);
     const Ran again = Run(words);
     EXPECT_EQ(again.Status, failure.status);
-    EXPECT_EQ(again.Json()["status"], failure.status);
-    EXPECT_EQ(again.Json()["outcome"], failure.outcome);
-    EXPECT_NE(again.Json()["message"], "");
+    EXPECT_EQ(again.Fact("/status"), std::to_string(failure.status));
+    EXPECT_EQ(again.Fact("/outcome"), failure.outcome);
+    EXPECT_NE(again.Fact("/message"), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(EachWay, Fails, testing::ValuesIn(Failures));
@@ -91,8 +91,8 @@ TEST_F(CliTest, ABlankCheckThatFailsHasAStatusOfItsOwn) {
     engine->Memory().SetByte(0x24, 0);
     const Ran ran = Run({"blank", "--json"});
     EXPECT_EQ(ran.Status, 9);
-    EXPECT_EQ(ran.Json()["functions"][0]["name"], "Blank");
-    EXPECT_EQ(ran.Json()["functions"][0]["lines"][0], "PM not blank at 0012");
+    EXPECT_EQ(ran.Fact("/functions/0/name"), "Blank");
+    EXPECT_EQ(ran.Fact("/functions/0/lines/0"), "PM not blank at 0012");
 }
 
 TEST_F(CliTest, AFolderThatCannotBeUsedIsNamedWithItsFault) {

@@ -152,11 +152,10 @@ TEST_F(CliTest, InspectKnowsWhereAssemblersPutThingsForTwelveBitDevices) {
     for (const std::string line : {":084000000000050000000800AB", ":02400E00EE0FB3"})
         if (ran.Out.find("  " + line + "\n") != std::string::npos)
             text.insert(text.find(":00000001FF"), line + "\n");
-    const auto facts =
-        Run({"inspect", "-", "--device", "PIC12C508A", "--json"}, text).Json()["inspection"];
-    EXPECT_EQ(facts["configurationWord"], 0x0FEE);
-    EXPECT_EQ(facts["assemblerConfigurationWord"], 0x0FEE);
-    EXPECT_THAT(facts["places"].dump(), HasSubstr(R"("place":"id-locations","words":4)"));
+    const Ran told = Run({"inspect", "-", "--device", "PIC12C508A", "--json"}, text);
+    EXPECT_EQ(told.Fact("/inspection/configurationWord"), std::to_string(0x0FEE));
+    EXPECT_EQ(told.Fact("/inspection/assemblerConfigurationWord"), std::to_string(0x0FEE));
+    EXPECT_THAT(told.Fact("/inspection/places"), HasSubstr(R"("place":"id-locations","words":4)"));
     // For a 14-bit device the same bytes are program words like any others.
     EXPECT_THAT(Run({"inspect", sample}).Out,
                 HasSubstr("outside the device        1 word at byte address 1FFE-1FFF"));
@@ -176,8 +175,8 @@ TEST_F(CliTest, InspectNamesWordAddressedFiles) {
     };
     for (const auto& [text, wordAddressed] : files) {
         const Ran ran = Run({"inspect", "-", "--json"}, text + End);
-        EXPECT_EQ(ran.Json()["inspection"]["wordAddressed"], wordAddressed) << text;
-        EXPECT_EQ(ran.Json()["inspection"]["malformedTotal"], 0) << text;
+        EXPECT_EQ(ran.Fact("/inspection/wordAddressed"), wordAddressed ? "true" : "false") << text;
+        EXPECT_EQ(ran.Fact("/inspection/malformedTotal"), "0") << text;
         EXPECT_EQ(ran.Status, wordAddressed ? 3 : 0) << text;
     }
 }

@@ -59,7 +59,7 @@ TEST_F(ProgramTest, TheWholeJobOverAPseudoTerminal) {
     EXPECT_THAT(Output(), AllOf(testing::EndsWith("Verifying Conig Word...   OK!\n"),
                                 Not(HasSubstr("\x1B"))));
     EXPECT_EQ(Run("verify samples/greeting-16f84a.hex --json"), 0);
-    EXPECT_EQ(nlohmann::json::parse(Output())["board"]["name"], "TAMBR");
+    EXPECT_EQ(JsonFact(Output(), "/board/name"), "TAMBR");
     EXPECT_EQ(Run("read - 2>/dev/null | " CLI_PROGRAM " verify - --only eeprom"), 0);
 }
 

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const DeviceRecord Small{"small", 7, 32, 16, 1};
+const DeviceRecord FourBlocks{"four blocks", 7, 32, 16, 1};
 
 TEST(BlankCheckDevice, WholeSequenceOnWireAndScreen) {
     FunctionBench bench({"small", 7, 16, 16, 1});
@@ -46,7 +46,7 @@ TEST(BlankCheckDevice, FirstWordThatIsNotBlank) {
         {0x400F, 0x3E, "2 Config. not blank at CW "},
     };
     for (const auto& [index, value, end] : cases) {
-        FunctionBench bench(Small);
+        FunctionBench bench(FourBlocks);
         ASSERT_TRUE(bench.Socket().SetByte(index, value));
         auto ends = FunctionBench::Ends(bench.Run(FunctionBlank));
         ASSERT_EQ(ends.size(), 3U);
@@ -76,7 +76,7 @@ TEST(BlankCheckDevice, BlankWordFollowsTheTypeTheConfigurationDoesNot) {
 }
 
 TEST(BlankCheckDevice, NotBlankClosesTheRegionAndReadsNoFurther) {
-    FunctionBench bench(Small);
+    FunctionBench bench(FourBlocks);
     bench.Socket().SetByte(0x0004, 0x00);
     EXPECT_THAT(
         bench.RunQuietly(FunctionBlank, {true, false, false, false}),
@@ -87,14 +87,14 @@ TEST(BlankCheckDevice, NotBlankClosesTheRegionAndReadsNoFurther) {
 TEST(BlankCheckDevice, EitherBoxTestsBothPartsOfTheConfiguration) {
     for (const Regions& regions :
          {Regions{false, false, true, false}, Regions{false, false, false, true}}) {
-        FunctionBench bench(Small);
+        FunctionBench bench(FourBlocks);
         bench.Socket().SetByte(0x4002, 0x00);
         bench.Socket().SetByte(0x400F, 0x00);
         EXPECT_THAT(bench.RunQuietly(FunctionBlank, regions),
                     ElementsAre("line 0 Blank Checking Config...", "> 01 52", "> 04 40 00 00 01",
                                 "> 01 49", "end 0 Config. not blank at ID Locs and CW"));
     }
-    FunctionBench bench(Small);
+    FunctionBench bench(FourBlocks);
     EXPECT_THAT(bench.RunQuietly(FunctionBlank, {false, false, false, false}), IsEmpty());
 }
 
@@ -110,7 +110,7 @@ TEST(BlankCheckDevice, TimeOut) {
           Case{7, "end 2 Blank Checking Config...   Device Fault!"}}) {
         Simulator::FaultPlan faults;
         faults.silentFrom = request;
-        FunctionBench bench(Small, faults);
+        FunctionBench bench(FourBlocks, faults);
         const auto record = bench.Run(FunctionBlank);
         EXPECT_EQ(record.back(), line);
         EXPECT_TRUE(record[record.size() - 4].starts_with("> 04"));

@@ -8,8 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const DeviceRecord Small{"small", 7, 16, 16, 1};
-
 TEST(EraseDevice, WholeSequenceWaitsALongPeriodOnceInADialogsLife) {
     FunctionBench bench(Small);
     EXPECT_THAT(bench.Run(FunctionErase),

@@ -10,7 +10,6 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-const DeviceRecord Small{"small", 7, 16, 16, 1};
 const DeviceRecord SmallWithoutEeprom{"small", 7, 16, 0, 1};
 
 std::string DataFrame(const MemoryImage& image, int address, int count = 8) {

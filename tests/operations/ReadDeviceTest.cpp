@@ -8,8 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const DeviceRecord Small{"small", 7, 16, 16, 1};
-
 // The socket holds a pattern, the image is blank.
 void FillSocket(FunctionBench& bench) {
     bench.FillImage();

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const DeviceRecord Small{"small", 7, 8, 0, 1};
+const DeviceRecord OneBlock{"one block", 7, 8, 0, 1};
 const Regions ProgramMemoryOnly{true, false, false, false};
 
 AutoSequence Series(std::initializer_list<std::int16_t> codes) {
@@ -20,7 +20,7 @@ AutoSequence Series(std::initializer_list<std::int16_t> codes) {
 }
 
 TEST(RunAuto, SuccessfulSeriesEndsWithEmptyLines) {
-    FunctionBench bench(Small);
+    FunctionBench bench(OneBlock);
     bench.FillImage();
     bench.series = Series({FunctionErase, FunctionBlank, FunctionProgram, FunctionVerify});
     const auto record = bench.Run(FunctionAuto, ProgramMemoryOnly);
@@ -33,7 +33,7 @@ TEST(RunAuto, SuccessfulSeriesEndsWithEmptyLines) {
 }
 
 TEST(RunAuto, EraseIsFollowedByOneMorePeriodOfThePauseTimer) {
-    FunctionBench bench(Small);
+    FunctionBench bench(OneBlock);
     bench.series = Series({FunctionErase, FunctionErase});
     EXPECT_THAT(bench.RunQuietly(FunctionAuto, ProgramMemoryOnly),
                 ElementsAre("line 0 Erasing Program Memory...", "> 01 45", "tick 1000",
@@ -43,7 +43,7 @@ TEST(RunAuto, EraseIsFollowedByOneMorePeriodOfThePauseTimer) {
 }
 
 TEST(RunAuto, StopsAtAFailureInTheDataAndKeepsItsLines) {
-    FunctionBench bench(Small);
+    FunctionBench bench(OneBlock);
     bench.Socket().SetByte(0, 0x00);
     bench.series = Series({FunctionBlank, FunctionProgram, FunctionVerify});
     const auto record = bench.Run(FunctionAuto, ProgramMemoryOnly);
@@ -55,7 +55,7 @@ TEST(RunAuto, StopsAtAFailureInTheDataAndKeepsItsLines) {
 TEST(RunAuto, GoesOnAfterATimeOut) {
     Simulator::FaultPlan faults;
     faults.replyLength = {1, 0};
-    FunctionBench bench(Small, faults);
+    FunctionBench bench(OneBlock, faults);
     bench.series = Series({FunctionProgram, FunctionVerify});
     EXPECT_THAT(FunctionBench::Ends(bench.Run(FunctionAuto, ProgramMemoryOnly)),
                 ElementsAre("0 Programming Program Memory...   Device Fault!",
@@ -63,7 +63,7 @@ TEST(RunAuto, GoesOnAfterATimeOut) {
 }
 
 TEST(RunAuto, ReadInTheMiddleClosesTheDisplayAndTheRestRuns) {
-    FunctionBench bench(Small);
+    FunctionBench bench(OneBlock);
     bench.series = Series({FunctionVerify, FunctionRead, FunctionVerify});
     const auto record = bench.RunQuietly(FunctionAuto, ProgramMemoryOnly);
     const auto closes = std::ranges::find(record, "closes");
@@ -74,14 +74,14 @@ TEST(RunAuto, ReadInTheMiddleClosesTheDisplayAndTheRestRuns) {
 
 TEST(RunAuto, EmptyNegativeAndForeignEntriesRunNothing) {
     for (const AutoSequence& series : {Series({}), AutoSequence{-3, {}}, Series({7, -1, 5, 100})}) {
-        FunctionBench bench(Small);
+        FunctionBench bench(OneBlock);
         bench.series = series;
         EXPECT_THAT(bench.RunQuietly(FunctionAuto), IsEmpty());
     }
 }
 
 TEST(RunAuto, ErrorOfAnEarlierRunIsForgotten) {
-    FunctionBench bench(Small);
+    FunctionBench bench(OneBlock);
     bench.Socket().SetByte(0, 0x00);
     bench.series = Series({FunctionBlank, FunctionErase});
     bench.Run(FunctionAuto, ProgramMemoryOnly);

@@ -9,7 +9,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const DeviceRecord Small{"small", 7, 16, 16, 1};
 const DeviceRecord Stream{"stream", 1, 512, 0, 0};
 
 std::unique_ptr<FunctionBench> EqualBench(const DeviceRecord& device,

@@ -9,6 +9,9 @@
 
 namespace Tamber {
 
+/// Two blocks of program memory and two of EEPROM.
+inline const DeviceRecord Small{"small", 7, 16, 16, 1};
+
 /// Writes what a device function shows into the desktop's record: "line 0 ...", "end 0 ...",
 /// "progress 50", "begins", "ends", "cleared", "closes", "views PM EM ID CW".
 class RecordingDisplay : public FunctionDisplay {

@@ -13,7 +13,7 @@
 namespace Tamber {
 namespace {
 
-const DeviceRecord Device{"PIC16F84A", 7, 64, 16, 1};
+const DeviceRecord ShortDevice{"PIC16F84A", 7, 64, 16, 1};
 
 class EditAutoDialogTest : public testing::Test {
   protected:
@@ -47,7 +47,7 @@ class EditAutoDialogTest : public testing::Test {
     }
     std::string File() { return ReadTextFile(AutoSequenceFile(bench.program)).Value(); }
 
-    WindowBench bench{Device};
+    WindowBench bench{ShortDevice};
     QWidget* dialog = nullptr;
 };
 

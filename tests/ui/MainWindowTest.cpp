@@ -15,8 +15,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
-
 std::filesystem::path WriteHex(const WindowBench& bench, const std::string& text) {
     const std::filesystem::path file = bench.program.AppPath / "window-test.hex";
     std::ofstream(file, std::ios::binary) << text;

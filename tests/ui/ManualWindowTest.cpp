@@ -21,8 +21,6 @@ namespace {
 using testing::Contains;
 using testing::IsEmpty;
 
-const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
-
 QWidget* ManualOnScreen() {
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->objectName() == "ManualWindow" && window->isVisible())

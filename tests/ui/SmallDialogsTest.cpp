@@ -18,8 +18,6 @@
 namespace Tamber {
 namespace {
 
-const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
-
 class SmallDialogsTest : public testing::Test {
   protected:
     SmallDialogsTest() { bench.Start(); }

@@ -17,6 +17,9 @@ class WindowDesktop : public FakeDesktop {
     void DeliverEvents() override;
 };
 
+/// The device that most tests select.
+inline const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
+
 /// The program's windows over a simulated board, to be used by keys and menu entries as a user
 /// does.
 class WindowBench {
