@@ -3,6 +3,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <QDialog>
 #include <QEvent>
 #include <QMainWindow>
 #include <QTimer>
@@ -43,6 +44,8 @@ bool FirstPaintApplication::notify(QObject* receiver, QEvent* event) {
         NotePainting(receiver);
     else if (painting_ && paintDepth_ == 0)
         PaintingEnds();
+    if (event->type() == QEvent::Hide && qobject_cast<QDialog*>(receiver))
+        DialogGoes();
     paintDepth_ += paint;
     const bool handled = QApplication::notify(receiver, event);
     paintDepth_ -= paint;

@@ -24,6 +24,9 @@ class FirstPaintApplication : public QApplication {
     /// Nanoseconds of waiting to be left out of the main window's figure.
     std::function<double()> Waited = [] { return 0.0; };
 
+    /// Runs when a dialog goes from the screen.
+    std::function<void()> DialogGoes = [] {};
+
   private:
     void NotePainting(QObject* receiver);
     void PaintingEnds();

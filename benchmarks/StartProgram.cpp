@@ -10,9 +10,7 @@
 #include "Measure.hpp"
 #include "StartUp.hpp"
 #include "platform/qt/QtPlatform.hpp"
-#include "ui/WindowDesign.hpp"
-#include "ui/frmAbout.hpp"
-#include "ui/mdiMain.hpp"
+#include "ui/Opening.hpp"
 
 namespace Tamber::Bench {
 namespace {
@@ -72,14 +70,11 @@ int main(int count, char** values) {
     QApplication::setQuitOnLastWindowClosed(false);
     double splashStood = 0;
     application.Waited = [&] { return splashStood + platform.SleptNanoseconds(); };
-    std::unique_ptr<mdiMain> window;
-    frmAbout splash(nullptr, platform, [&] {
-        splashStood = Bench::Nanoseconds() - application.FirstPainted();
-        QApplication::setWindowIcon(ApplicationIcon());
-        window = std::make_unique<mdiMain>(program, platform);
-        window->MDIForm_Load();
-        window->show();
-    });
-    splash.show();
+    application.DialogGoes = [&] {
+        if (splashStood == 0)
+            splashStood = Bench::Nanoseconds() - application.FirstPainted();
+    };
+    Opening opening(program, platform);
+    opening.Begin();
     return QApplication::exec();
 }

@@ -79,8 +79,9 @@ void MeasureOn(const std::string& desktop, const fs::path& folder, int rounds) {
     const double yardstick = Median(minimal.FirstPaint);
     PrintRatio("First paint, the splash, " + desktop, Median(program.FirstPaint), yardstick,
                Milliseconds, PaintRatioMax);
-    PrintRatio("Main window painted, without waits, " + desktop, Median(program.MainPaint),
-               yardstick, Milliseconds, PaintRatioMax);
+    // Two windows, texts and three views against one bare window: told, with no bound.
+    PrintUnbound("Main window painted, without waits, " + desktop, Median(program.MainPaint),
+                 yardstick, Milliseconds);
     PrintRatio("Peak memory, " + desktop, Median(program.Memory), Median(minimal.Memory), Mebibytes,
                MemoryRatioMax);
 }

@@ -1,15 +1,11 @@
 #include <QApplication>
-#include <QIcon>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
-#include <memory>
 
 #include "StartUp.hpp"
 #include "platform/qt/QtPlatform.hpp"
-#include "ui/WindowDesign.hpp"
-#include "ui/frmAbout.hpp"
-#include "ui/mdiMain.hpp"
+#include "ui/Opening.hpp"
 
 namespace {
 
@@ -54,13 +50,7 @@ int main(int, char** argv) {
 
     // The main window says when the program ends; a box closed before it appears does not.
     QApplication::setQuitOnLastWindowClosed(false);
-    std::unique_ptr<mdiMain> window;
-    frmAbout splash(nullptr, platform, [&] {
-        QApplication::setWindowIcon(ApplicationIcon());
-        window = std::make_unique<mdiMain>(program, platform);
-        window->MDIForm_Load();
-        window->show();
-    });
-    splash.show();
+    Opening opening(program, platform);
+    opening.Begin();
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include "ui/frmAbout.hpp"
 
+#include <QEvent>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
@@ -47,13 +48,9 @@ void frmAbout::MakeControls() {
     AddLabel(2, TAMBER_MAKER, 240, 1320, 4455, 495, 15.75, Blue);
     AddLabel(1, "ver.1.01, 14/03/05", 720, 720, 3495, 375, 9.75, Qt::black);
     AddLabel(0, "PIC Programmer", 720, 120, 3495, 615, 20.25, Qt::black);
-    auto* image = new QLabel(this);
-    Place(*image, "Image1", 120, 120, 480, 480);
-    // The splash is the first thing on the screen; it waits for no picture that it does not show.
-    const double ratio = devicePixelRatioF();
-    image->setPixmap(ratio > 1 ? ApplicationIcon().pixmap(QSize(32, 32), ratio)
-                               : QPixmap(":/icon/tamber-32.png"));
-    image->setAccessibleName("Icon");
+    image_ = new QLabel(this);
+    Place(*image_, "Image1", 120, 120, 480, 480);
+    image_->setAccessibleName("Icon");
 }
 
 void frmAbout::AddLabel(int index, const char* text, int left, int top, int width, int height,
@@ -67,6 +64,22 @@ void frmAbout::AddLabel(int index, const char* text, int left, int top, int widt
     palette.setColor(QPalette::WindowText, color);
     label->setPalette(palette);
     ShowFitted(*label, text);
+}
+
+bool frmAbout::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::Paint && !std::exchange(onScreen_, true))
+        QMetaObject::invokeMethod(
+            this, [this] { ComesOnScreen(); }, Qt::QueuedConnection);
+    return handled;
+}
+
+// The splash is the first thing on the screen, and must be there at once. Reading the icon makes Qt
+// load its readers of all kinds of pictures, so that comes behind the texts.
+void frmAbout::ComesOnScreen() {
+    image_->setPixmap(ApplicationIcon().pixmap(QSize(32, 32), devicePixelRatioF()));
+    if (onceOnScreen_)
+        onceOnScreen_();
 }
 
 // However the box is closed, it goes only once.

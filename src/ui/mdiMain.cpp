@@ -91,12 +91,13 @@ void mdiMain::ShowPortFailure(const std::string& reason) {
 }
 
 // Desktops tell of an activation in their own time and some, without a window manager, not at all.
-// So the first appearance counts as one; MDIForm_Activate acts only once.
+// So the window counts as activated once it is on the screen, with all that it shows;
+// MDIForm_Activate acts only once.
 bool mdiMain::event(QEvent* event) {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::Show)
         activateWindow();
-    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::Show)
+    if (event->type() == QEvent::Paint && !Activated)
         QMetaObject::invokeMethod(
             this, [this] { MDIForm_Activate(); }, Qt::QueuedConnection);
     return handled;

@@ -42,7 +42,8 @@ void WindowDesktop::DeliverEvents() {
 
 void Settle() {
     QCoreApplication::sendPostedEvents();
-    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();  // a window that is shown is painted
+    QCoreApplication::processEvents();  // and has come on the screen
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

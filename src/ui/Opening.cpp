@@ -1,0 +1,29 @@
+#include "ui/Opening.hpp"
+
+#include <QApplication>
+#include <QIcon>
+
+#include "ui/WindowDesign.hpp"
+
+namespace Tamber {
+
+Opening::Opening(modFunc& program, Platform& platform)
+    : program_(program),
+      platform_(platform),
+      splash_(nullptr, platform, [this] { ShowMainWindow(); }) {
+    splash_.OnceOnScreen([] { QApplication::setWindowIcon(ApplicationIcon()); });
+}
+
+void Opening::Begin() {
+    splash_.show();
+}
+
+// The window is not made any earlier: its time-out timer runs from then on, and the board gets the
+// whole of its first interval.
+void Opening::ShowMainWindow() {
+    window_ = std::make_unique<mdiMain>(program_, platform_);
+    window_->MDIForm_Load();
+    window_->show();
+}
+
+}  // namespace Tamber
