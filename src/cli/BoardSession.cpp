@@ -30,9 +30,12 @@ void BoardSession::FunctionBegins(std::int16_t functionCode) {
         eraseRefused_ = true;
 }
 
+bool BoardSession::Ended() const {
+    return context_.Host.Interrupted() || port_.Control().PortLost();
+}
+
 bool BoardSession::StopRequested() {
-    return context_.Host.Interrupted() || port_.Control().PortLost() ||
-           (running_ && running_->DeviceFault);
+    return Ended() || (running_ && running_->DeviceFault);
 }
 
 Outcome BoardSession::Open() {
@@ -58,7 +61,7 @@ Outcome BoardSession::OpenPort() {
 Outcome BoardSession::Identify() {
     const auto silence = context_.Host.NewTimer();
     silence->SetInterval(Silence);
-    link_->IdentifyProgrammerAtOnce(*silence);
+    link_->IdentifyProgrammerAtOnce(*silence, [this] { return Ended(); });
     if (context_.Host.Interrupted())
         return Failed(ExitStatus::Interrupted);
     if (port_.Control().PortLost())

@@ -37,6 +37,9 @@ class BoardSession : private FunctionWatch {
     void FunctionBegins(std::int16_t functionCode) override;
     bool StopRequested() override;
 
+    // The user wants an end, or the port has gone away.
+    bool Ended() const;
+
     [[nodiscard]] Outcome OpenPort();
     [[nodiscard]] Outcome Identify();
     [[nodiscard]] Outcome OutcomeOf(const FunctionRun& run) const;

@@ -10,4 +10,8 @@ void CatchInterruptions();
 /// True once one of them has come.
 bool InterruptionNoted();
 
+/// A file descriptor that can be read from once one of them has come, for whoever sleeps on files;
+/// -1 when the system had none to give.
+int InterruptionSign();
+
 }  // namespace Tamber::Cli

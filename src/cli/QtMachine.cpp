@@ -9,6 +9,15 @@
 
 namespace Tamber::Cli {
 
+// One wake-up is enough: what waits then asks, and an interruption stays one.
+QtMachine::QtMachine() {
+    if (InterruptionSign() < 0)
+        return;
+    interruption_.emplace(InterruptionSign(), QSocketNotifier::Read);
+    QObject::connect(&*interruption_, &QSocketNotifier::activated, &*interruption_,
+                     [this] { interruption_->setEnabled(false); });
+}
+
 std::unique_ptr<WindowTimer> QtMachine::NewTimer() {
     return std::make_unique<QtWindowTimer>();
 }

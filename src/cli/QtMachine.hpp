@@ -1,14 +1,19 @@
 #pragma once
 
+#include <QSocketNotifier>
+#include <optional>
+
 #include "cli/Machine.hpp"
 #include "platform/qt/QtEventDelivery.hpp"
 
 namespace Tamber::Cli {
 
-/// The machine by way of Qt's parts that know no display. Needs a QCoreApplication that outlives
-/// it.
+/// The machine by way of Qt's parts that know no display. An interruption wakes its event delivery.
+/// Needs a QCoreApplication that outlives it.
 class QtMachine final : public Machine {
   public:
+    QtMachine();
+
     EventDelivery& Events() override { return events_; }
     std::unique_ptr<WindowTimer> NewTimer() override;
     std::unique_ptr<SerialControl> NewSerialControl(const std::filesystem::path& path) override;
@@ -18,6 +23,7 @@ class QtMachine final : public Machine {
 
   private:
     QtEventDelivery events_;
+    std::optional<QSocketNotifier> interruption_;
 };
 
 }  // namespace Tamber::Cli

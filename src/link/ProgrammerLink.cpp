@@ -31,7 +31,8 @@ void ProgrammerLink::IdentifyProgrammer() {
     TakeIdentification();
 }
 
-void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence) {
+void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence,
+                                              const std::function<bool()>& givenUp) {
     int came = 0;
     bool silent = false;
     silence.OnTick([&] {
@@ -50,7 +51,7 @@ void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence) {
             if (came >= IdentificationLength)
                 silence.Enable();
         }
-        return silent || state_.ReplyTimedOut;
+        return silent || state_.ReplyTimedOut || givenUp();
     });
     silence.Disable();
     silence.OnTick({});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -31,9 +32,9 @@ class ProgrammerLink {
     void IdentifyProgrammer();
 
     /// The same without letting the period pass to its end: the wait is over as soon as 10 bytes
-    /// are there and none has followed them for one period of `silence`, or 1000 ms after the
-    /// request. Takes over the tick of `silence` while it lasts.
-    void IdentifyProgrammerAtOnce(WindowTimer& silence);
+    /// are there and none has followed them for one period of `silence`, 1000 ms after the request,
+    /// or once `givenUp` says so. Takes over the tick of `silence` while it lasts.
+    void IdentifyProgrammerAtOnce(WindowTimer& silence, const std::function<bool()>& givenUp);
 
     /// Waits until ExpectedReplyLength bytes are waiting at the port or, 1000 ms after the wait
     /// began, ReplyTimedOut is set. Never takes a byte.

@@ -114,7 +114,10 @@ void FunctionRun::ShowProgress(std::int16_t percent) {
 
 void FunctionRun::Pause(int milliseconds) {
     tmrWait_.SetInterval(std::chrono::milliseconds(milliseconds));
-    WaitOnePeriod();
+    waitDone_ = false;
+    tmrWait_.Enable();
+    DeliverEventsUntil(events_, [this] { return waitDone_ || StopWanted(); });
+    tmrWait_.Disable();
 }
 
 void FunctionRun::WaitOnePeriod() {
@@ -129,9 +132,12 @@ void FunctionRun::ReportDeviceFault() {
     EndLine(line_ + DeviceFaultText);
 }
 
+bool FunctionRun::StopWanted() const {
+    return watch_ && watch_->StopRequested();
+}
+
 bool FunctionRun::StopRequested() {
-    if (watch_ && watch_->StopRequested())
-        Stopped = true;
+    Stopped = Stopped || StopWanted();
     return Stopped;
 }
 

@@ -80,7 +80,8 @@ class FunctionRun {
     /// Shows `percent`, 0..100.
     void ShowProgress(std::int16_t percent);
 
-    /// Lets events run for `milliseconds`; the pause timer keeps that period.
+    /// Lets events run for `milliseconds`, or until the front end wants the run to end; the pause
+    /// timer keeps that period.
     void Pause(int milliseconds);
 
     /// Lets events run for one period of the pause timer, whatever it was last set to.
@@ -106,6 +107,8 @@ class FunctionRun {
     bool Stopped = false;          ///< the run was ended before it was through
 
   private:
+    bool StopWanted() const;
+
     const DeviceRecord& device_;
     MemoryImage& image_;
     const AutoSequence& series_;

@@ -13,10 +13,16 @@ std::string JsonFact(const std::string& json, const std::string& pointer) {
 }
 
 bool FakeMachine::Interrupted() const {
-    return interruptAfter >= 0 &&
-           std::ranges::count_if(desktop.record, [](const std::string& entry) {
-               return entry.starts_with("> ");
-           }) >= interruptAfter;
+    const auto frames = std::ranges::count_if(
+        desktop.record, [](const std::string& entry) { return entry.starts_with("> "); });
+    return interrupted_ || (interruptAfter >= 0 && frames >= interruptAfter);
+}
+
+void FakeMachine::InterruptIn(std::chrono::milliseconds time) {
+    interruption_ = desktop.NewTimer();
+    interruption_->SetInterval(time);
+    interruption_->OnTick([this] { interrupted_ = true; });
+    interruption_->Enable();
 }
 
 CliTest::CliTest() {

@@ -31,10 +31,17 @@ class FakeMachine final : public Machine {
     std::chrono::microseconds Now() const override { return desktop.now; }
     bool Interrupted() const override;
 
+    /// Interrupts the program when `time` has passed from now.
+    void InterruptIn(std::chrono::milliseconds time);
+
     FakeDesktop& desktop;
     std::filesystem::path openedPath;
     std::vector<SerialPortEntry> ports;
     int interruptAfter = -1;  ///< frames sent; below 0: never
+
+  private:
+    std::unique_ptr<WindowTimer> interruption_;
+    bool interrupted_ = false;
 };
 
 /// What stands at `pointer` ("/board/name") of a JSON text: a string without its quotes, anything

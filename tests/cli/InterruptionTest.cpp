@@ -3,6 +3,8 @@
 namespace Tamber::Cli {
 namespace {
 
+using namespace std::chrono_literals;
+
 const std::vector<std::string> Closed{"01 57", "01 49"};
 
 std::vector<std::string> Tail(const std::vector<std::string>& wire, std::size_t count) {
@@ -21,13 +23,29 @@ TEST_F(CliTest, InterruptedInAWriteSequenceItClosesItBehindTheBlock) {
     EXPECT_FALSE(engine->WriteSequenceOpen());
 }
 
+// Neither the second behind a region nor that of an identification is waited for to its end.
+TEST_F(CliTest, InterruptedInAWaitItEndsThere) {
+    machine.InterruptIn(200ms);
+    EXPECT_EQ(Run({"program", Sample("greeting-16f84a")}).Out,
+              "Programming Program Memory...   OK!\n");
+    EXPECT_EQ(Tail(Wire(), 2), Closed);
+    EXPECT_EQ(desktop.now, 200ms);
+}
+
+TEST_F(CliTest, InterruptedInAnIdentificationItEndsThere) {
+    desktop.board = nullptr;
+    machine.InterruptIn(200ms);
+    EXPECT_EQ(Run({"identify"}).Status, 130);
+    EXPECT_EQ(desktop.now, 200ms);
+}
+
 class Interrupted : public CliTest, public testing::WithParamInterface<std::string> {
   protected:
     // Runs the command on a fresh device, or for verify on a programmed one, and interrupts it
     // behind that many frames; below 0 it runs to its end.
     Ran RunUpTo(int frames) {
         machine.interruptAfter = -1;
-        engine->Memory() = Simulator::DeviceMemory({7, 1024, 64});
+        Socket({7, 1024, 64});
         const std::string sample = Sample("greeting-16f84a");
         if (GetParam() == "verify")
             Run({"program", sample});

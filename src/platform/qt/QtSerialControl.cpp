@@ -84,9 +84,8 @@ std::string WhatToDo(const QSerialPort& port, const std::string& path) {
         return "\nAnother program holds the port; close it and start Tamber again.";
     if (port.error() == QSerialPort::PermissionError)
         return "\nYou may not use " + path +
-               "; have your user added to the group that owns it (on Debian \"dialout\") and log "
-               "in "
-               "again.";
+               "; have your user added to the group that owns it (on Debian \"dialout\") and "
+               "log in again.";
     return {};
 }
 
