@@ -8,6 +8,7 @@
 #include "Measure.hpp"
 #include "Memories.hpp"
 #include "Row.hpp"
+#include "core/ImageSummary.hpp"
 #include "ui/DumpText.hpp"
 
 namespace Tamber::Bench {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/HexText.hpp"
-#include "ui/DumpText.hpp"
+#include "core/ImageSummary.hpp"
 
 namespace Tamber::Cli {
 namespace {

@@ -1,7 +1,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/InspectText.hpp"
-#include "ui/DumpText.hpp"
+#include "core/ImageSummary.hpp"
 
 namespace Tamber::Cli {
 namespace {

@@ -7,7 +7,7 @@
 #include "StartUp.hpp"
 #include "operations/AutoSequence.hpp"
 #include "platform/qt/ModalDialog.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

@@ -6,21 +6,23 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
-#include "ui/WindowDesign.hpp"
-#include "ui/mdiMain.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 
-frmFunction::frmFunction(mdiMain& owner, modFunc& program, ProgrammerLink& link, Platform& platform)
+frmFunction::frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
+                         ReopenViews reopenViews)
     : QDialog(&owner),
       owner_(owner),
       program_(program),
       device_(program.catalogue.Record(program.settings.SelectedDevice)),
       tmrWait(platform.NewTimer()),
       run_(device_, program.image, program.autoSequence, link, *tmrWait, platform.Events(),
-           platform.Boxes(), *this) {
+           platform.Boxes(), *this),
+      reopenViews_(std::move(reopenViews)) {
     MakeControls();
     Form_Load();
 }
@@ -119,7 +121,7 @@ void frmFunction::ReadCompletes() {
 }
 
 void frmFunction::ImageChanged(const Regions& regions) {
-    owner_.ReopenViews(regions);
+    reopenViews_(regions);
 }
 
 }  // namespace Tamber

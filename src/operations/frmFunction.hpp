@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "modFunc.hpp"
@@ -18,15 +19,17 @@ class QPushButton;
 
 namespace Tamber {
 
-class mdiMain;
-
 /// The dialog that runs the device functions and shows how they go. It is made anew each time it is
 /// opened. While a function runs it cannot be closed; a Read that completes takes it off the
 /// screen, but it exists, and its owner takes no input, until the run has unwound.
 class frmFunction : public QDialog, private FunctionDisplay {
   public:
+    /// What brings the views of these regions of the image up to date.
+    using ReopenViews = std::function<void(const Regions&)>;
+
     /// Tells the board the device type. All that is handed in outlives the dialog.
-    frmFunction(mdiMain& owner, modFunc& program, ProgrammerLink& link, Platform& platform);
+    frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
+                ReopenViews reopenViews);
 
     /// Returns when the dialog has been closed and no function runs.
     void ShowModally();
@@ -60,11 +63,12 @@ class frmFunction : public QDialog, private FunctionDisplay {
     void ReadCompletes() override;
     void ImageChanged(const Regions& regions) override;
 
-    mdiMain& owner_;
+    QWidget& owner_;
     const modFunc& program_;
     const DeviceRecord& device_;
     std::unique_ptr<WindowTimer> tmrWait;
     FunctionRun run_;
+    const ReopenViews reopenViews_;
 
     QListWidget* listFunction = nullptr;
     QGroupBox* Frame1 = nullptr;

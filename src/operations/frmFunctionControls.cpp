@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 #include "operations/frmFunction.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

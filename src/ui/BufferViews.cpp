@@ -3,7 +3,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/frmBuffer.hpp"
 #include "ui/frmConfig.hpp"
 #include "ui/frmEEPROM.hpp"

@@ -1,7 +1,6 @@
 #include "ui/DumpText.hpp"
 
 #include <algorithm>
-#include <numeric>
 
 #include "core/Blocks.hpp"
 #include "core/HexText.hpp"
@@ -76,12 +75,6 @@ int ProgramDumpTopRowMax(int programWords) {
     return std::max(BlockCount(words) - ProgramDumpRows, 0);
 }
 
-std::uint32_t ProgramChecksum(const MemoryImage& image, int programWords) {
-    const auto bytes =
-        image.Bytes(0, std::clamp(programWords, 0, 2 * MemoryImage::ProgramWordsMax));
-    return std::accumulate(bytes.begin(), bytes.end(), std::uint32_t{0}) % 65'536;
-}
-
 std::string EepromDump(const MemoryImage& image, int eepromBytes) {
     std::string text;
     const int rows = std::clamp(eepromBytes / EepromBytesInRow, 0, EepromDumpRowsMax);
@@ -89,18 +82,6 @@ std::string EepromDump(const MemoryImage& image, int eepromBytes) {
     for (int row = 0; row < rows; ++row)
         AppendEepromRow(text, image, row);
     return text;
-}
-
-std::string IdLocationsText(const MemoryImage& image) {
-    std::string text;
-    for (int location = 0; location < 4; ++location)
-        AppendHexByte(text, image.Byte(MemoryImage::IdLocations + 2 * location));
-    return text;
-}
-
-std::string ConfigurationWordText(const MemoryImage& image) {
-    return HexByte(image.Byte(MemoryImage::ConfigurationWord + 1)) +
-           HexByte(image.Byte(MemoryImage::ConfigurationWord));
 }
 
 }  // namespace Tamber

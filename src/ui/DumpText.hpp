@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "core/MemoryImage.hpp"
@@ -23,17 +22,7 @@ std::string ProgramDump(const MemoryImage& image, int topRow);
 /// The last value of `topRow` for a device: its last page of rows, 0 when all fit on one page.
 int ProgramDumpTopRowMax(int programWords);
 
-/// The first `programWords` bytes of the image summed modulo 65,536. The sum takes as many bytes as
-/// the device has words, so it covers the first half of program memory.
-std::uint32_t ProgramChecksum(const MemoryImage& image, int programWords);
-
 /// Rows of 16 EEPROM bytes: byte address, bytes, characters; at most 16 rows.
 std::string EepromDump(const MemoryImage& image, int eepromBytes);
-
-/// The low bytes of the four ID locations, eight hexadecimal digits, the first location first.
-std::string IdLocationsText(const MemoryImage& image);
-
-/// The configuration word, four hexadecimal digits.
-std::string ConfigurationWordText(const MemoryImage& image);
 
 }  // namespace Tamber

@@ -4,7 +4,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

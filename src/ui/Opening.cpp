@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QIcon>
 
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QResizeEvent>
 
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

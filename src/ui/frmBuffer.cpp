@@ -7,9 +7,10 @@
 #include <QWheelEvent>
 
 #include "core/HexText.hpp"
+#include "core/ImageSummary.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/DumpText.hpp"
 #include "ui/DumpTextBox.hpp"
-#include "ui/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

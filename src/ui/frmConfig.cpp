@@ -3,8 +3,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "ui/DumpText.hpp"
-#include "ui/WindowDesign.hpp"
+#include "core/ImageSummary.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

@@ -1,8 +1,8 @@
 #include "ui/frmEEPROM.hpp"
 
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/DumpText.hpp"
 #include "ui/DumpTextBox.hpp"
-#include "ui/WindowDesign.hpp"
 
 namespace Tamber {
 

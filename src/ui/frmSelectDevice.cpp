@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 #include "platform/qt/ModalDialog.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/mdiMain.hpp"
 
 namespace Tamber {

@@ -6,7 +6,7 @@
 
 #include "platform/PortPath.hpp"
 #include "platform/qt/ModalDialog.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 

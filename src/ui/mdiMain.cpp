@@ -15,9 +15,9 @@
 #include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/ManualWindow.hpp"
 #include "ui/StatusBar.hpp"
-#include "ui/WindowDesign.hpp"
 #include "ui/frmAbout.hpp"
 #include "ui/frmSelectDevice.hpp"
 #include "ui/frmSettings.hpp"
@@ -211,7 +211,8 @@ void mdiMain::DeviceSelect_Click() {
 }
 
 void mdiMain::DeviceFunction_Click() {
-    frmFunction dialog(*this, program_, link_, platform_);
+    frmFunction dialog(*this, program_, link_, platform_,
+                       [this](const Regions& regions) { ReopenViews(regions); });
     runningFunctions_ = &dialog;
     dialog.ShowModally();
     runningFunctions_ = nullptr;

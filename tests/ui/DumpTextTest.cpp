@@ -45,20 +45,6 @@ TEST(DumpText, LastPage) {
         EXPECT_EQ(ProgramDumpTopRowMax(words), topRow) << words;
 }
 
-TEST(DumpText, ChecksumTakesAsManyBytesAsTheDeviceHasWords) {
-    MemoryImage image;
-    image.ClearProgramMemory(7);
-    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C00U);
-    image.SetByte(1023, 0x40);
-    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C01U);
-    image.SetByte(1024, 0x00);
-    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C01U);
-    EXPECT_EQ(ProgramChecksum(image, 0), 0U);
-    for (int index = 0; index < 8192; ++index)
-        image.SetByte(index, 0xFF);
-    EXPECT_EQ(ProgramChecksum(image, 8192), 8192U * 0xFF % 65536);
-}
-
 TEST(DumpText, EepromRowsSkipTheCompanionBytes) {
     MemoryImage image;
     image.ClearEeprom();
@@ -72,17 +58,6 @@ TEST(DumpText, EepromRowsSkipTheCompanionBytes) {
     EXPECT_EQ(EepromDump(image, 0), "");
     EXPECT_EQ(EepromDump(image, -16), "");
     EXPECT_EQ(EepromDump(image, 32'000).size(), 16U * 71) << "the region has no more";
-}
-
-TEST(DumpText, Configuration) {
-    MemoryImage image;
-    image.ClearConfiguration();
-    EXPECT_EQ(IdLocationsText(image), "FFFFFFFF");
-    EXPECT_EQ(ConfigurationWordText(image), "3FFF");
-    for (int index = 0; index < 16; ++index)
-        image.SetByte(0x4000 + index, static_cast<std::uint8_t>(0x10 + index));
-    EXPECT_EQ(IdLocationsText(image), "10121416");
-    EXPECT_EQ(ConfigurationWordText(image), "1F1E");
 }
 
 }  // namespace

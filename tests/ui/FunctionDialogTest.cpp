@@ -11,7 +11,7 @@
 #include <QTimer>
 
 #include "WindowBench.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
 namespace {

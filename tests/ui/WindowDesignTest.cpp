@@ -6,7 +6,7 @@
 #include <QPushButton>
 
 #include "WindowBench.hpp"
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/frmAbout.hpp"
 
 namespace Tamber {

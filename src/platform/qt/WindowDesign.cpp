@@ -1,4 +1,4 @@
-#include "ui/WindowDesign.hpp"
+#include "platform/qt/WindowDesign.hpp"
 
 #include <QDialog>
 #include <QFontDatabase>
