@@ -13,6 +13,7 @@ namespace {
 constexpr int Patience = 1000;  // milliseconds
 constexpr std::size_t ReadReply = 17;
 constexpr std::size_t WriteReply = 3;
+constexpr std::size_t Identification = 10;
 
 constexpr std::array<std::uint8_t, 2> Command(char letter) {
     return {1, static_cast<std::uint8_t>(letter)};
@@ -68,6 +69,14 @@ Spent RawPort::WriteBlocks(int blocks) {
 void RawPort::EndAndPause(int milliseconds) {
     Write(Command('I'));
     ::poll(nullptr, 0, milliseconds);
+}
+
+Spent RawPort::Identify(int silence) {
+    const Moment begin = Moment::Now();
+    Write(Command('T'));
+    Read(Identification);
+    ::poll(nullptr, 0, silence);
+    return Moment::Now().Since(begin);
 }
 
 Spent RawPort::WaitInVain() {

@@ -27,6 +27,9 @@ class RawPort {
     /// Sends the end command, then sleeps.
     void EndAndPause(int milliseconds);
 
+    /// Has the board identify itself and sleeps for `silence` milliseconds behind that.
+    Spent Identify(int silence);
+
     /// Waits 1000 ms for a reply that does not come.
     Spent WaitInVain();
 
