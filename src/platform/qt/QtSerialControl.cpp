@@ -8,10 +8,7 @@
 #include "platform/PortPath.hpp"
 
 #ifdef Q_OS_UNIX
-#include <termios.h>
 #include <unistd.h>
-
-#include <cerrno>
 #endif
 #ifdef __linux__
 #include <linux/serial.h>
@@ -33,16 +30,6 @@ void AskForLowLatency([[maybe_unused]] QSerialPort& port) {
         return;
     line.flags |= ASYNC_LOW_LATENCY;
     (void)ioctl(port.handle(), TIOCSSERIAL, &line);
-#endif
-}
-
-// A line that was hung up reads as one on which nothing comes, for ever; its settings tell.
-bool HungUp([[maybe_unused]] const QSerialPort& port) {
-#ifdef Q_OS_UNIX
-    termios line{};
-    return tcgetattr(port.handle(), &line) != 0 && errno == EIO;
-#else
-    return false;
 #endif
 }
 
@@ -102,11 +89,9 @@ QtSerialControl::QtSerialControl(std::filesystem::path directory, QtEventDeliver
     // the loop would wake for nothing. The port is closed later: not inside a call of its own.
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) {
-                         if (error != QSerialPort::ResourceError)
-                             return;
-                         lost_ = true;
-                         QMetaObject::invokeMethod(
-                             &port_, [this] { port_.close(); }, Qt::QueuedConnection);
+                         if (error == QSerialPort::ResourceError)
+                             QMetaObject::invokeMethod(
+                                 &port_, [this] { LosePort(); }, Qt::QueuedConnection);
                      });
     QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
         if (port_.bytesAvailable() > ReceivedMax)
@@ -126,7 +111,13 @@ std::optional<std::string> QtSerialControl::PortOpen(int commPort, std::string_v
         return failure;
     }
     AskForLowLatency(port_);
+    watch_ = std::make_unique<HangUpWatch>(port_, [this] { LosePort(); });
     return std::nullopt;
+}
+
+void QtSerialControl::LosePort() {
+    lost_ = true;
+    port_.close();
 }
 
 bool QtSerialControl::PortLost() const {

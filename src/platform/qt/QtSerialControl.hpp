@@ -2,9 +2,11 @@
 
 #include <QSerialPort>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include "platform/SerialControl.hpp"
+#include "platform/qt/HangUpWatch.hpp"
 #include "platform/qt/QtEventDelivery.hpp"
 
 namespace Tamber {
@@ -28,9 +30,12 @@ class QtSerialControl final : public SerialControl {
     void UsePath(std::filesystem::path path) { path_ = std::move(path); }
 
   private:
+    void LosePort();
+
     std::filesystem::path directory_;
     std::filesystem::path path_;  // empty: what the number stands for
     QSerialPort port_;
+    std::unique_ptr<HangUpWatch> watch_;  // once the port was opened
     bool lost_ = false;
 };
 
