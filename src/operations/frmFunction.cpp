@@ -1,10 +1,12 @@
 #include "operations/frmFunction.hpp"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <utility>
 
@@ -12,6 +14,15 @@
 #include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
+namespace {
+
+// A line without a text is not there, or a screen reader would say its frame's caption.
+void ShowLine(QLabel& line, const QString& text) {
+    ShowFitted(line, text);
+    line.setVisible(!text.isEmpty());
+}
+
+}  // namespace
 
 frmFunction::frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
                          ReopenViews reopenViews)
@@ -90,11 +101,11 @@ void frmFunction::RunEnds() {
 
 void frmFunction::LinesCleared() {
     for (QLabel* line : lblMsg)
-        ShowFitted(*line, {});
+        ShowLine(*line, {});
 }
 
 void frmFunction::LineBegins(int line, const std::string& text) {
-    ShowFitted(*lblMsg.at(static_cast<std::size_t>(line)), QString::fromStdString(text));
+    ShowLine(*lblMsg.at(static_cast<std::size_t>(line)), QString::fromStdString(text));
 }
 
 void frmFunction::LineEnds(int line, const std::string& text) {
@@ -109,6 +120,8 @@ void frmFunction::ProgressMoves(std::int16_t percent) {
     lblProgress->setText(QString::number(percent) + "%");
     const float width = static_cast<float>(percent) * static_cast<float>(shpBG->width()) / 100.0F;
     shpProgress->resize(static_cast<int>(width), shpBG->height());
+    if (QAccessible::isActive())
+        shpBG->setValue(percent);
 }
 
 // The owner stays without input until the run has unwound.

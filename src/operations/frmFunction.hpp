@@ -15,6 +15,7 @@ class QFrame;
 class QGroupBox;
 class QLabel;
 class QListWidget;
+class QProgressBar;
 class QPushButton;
 
 namespace Tamber {
@@ -78,7 +79,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     QCheckBox* chkEM = nullptr;
     QCheckBox* chkID = nullptr;
     QCheckBox* chkCW = nullptr;
-    QFrame* shpBG = nullptr;
+    QProgressBar* shpBG = nullptr;
     QFrame* shpProgress = nullptr;
     QLabel* lblProgress = nullptr;
     QPushButton* cmdRun = nullptr;

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 
 #include "operations/frmFunction.hpp"
@@ -21,14 +22,21 @@ QCheckBox* MakeRegionBox(QGroupBox* frame, const char* name, const char* caption
     return box;
 }
 
-QFrame* MakeBar(QWidget* parent, const char* name, QPalette::ColorRole role, QColor color) {
-    auto* bar = new QFrame(parent);
-    Place(*bar, name, 1680, 2760, 3735, 135);
-    QPalette palette = bar->palette();
-    palette.setColor(role, color);
-    bar->setPalette(palette);
-    bar->setAutoFillBackground(true);
-    return bar;
+// To be seen, a plain rectangle behind the bar; to a screen reader, the progress bar.
+class ProgressGround final : public QProgressBar {
+  public:
+    using QProgressBar::QProgressBar;
+
+  protected:
+    void paintEvent(QPaintEvent*) override {}
+};
+
+void PlaceBar(QWidget& bar, const char* name, const QColor& color) {
+    Place(bar, name, 1680, 2760, 3735, 135);
+    QPalette palette = bar.palette();
+    palette.setColor(QPalette::Window, color);
+    bar.setPalette(palette);
+    bar.setAutoFillBackground(true);
 }
 
 }  // namespace
@@ -59,6 +67,7 @@ void frmFunction::MakeMessageLines() {
     for (QLabel*& line : lblMsg) {
         line = new QLabel(Frame1);
         line->setTextFormat(Qt::PlainText);
+        line->hide();
         const std::string name = "lblMsg" + std::to_string(index);
         Place(*line, name.c_str(), 120, 240 + 240 * index, 3495, 255);
         ++index;
@@ -75,9 +84,11 @@ void frmFunction::MakeOptions() {
 }
 
 void frmFunction::MakeProgress() {
-    shpBG = MakeBar(this, "shpBG", QPalette::Window, palette().color(QPalette::Base));
-    shpProgress = MakeBar(this, "shpProgress", QPalette::Window, QColor(0, 0, 192));
+    shpBG = new ProgressGround(this);
+    PlaceBar(*shpBG, "shpBG", palette().color(QPalette::Base));
     shpBG->setAccessibleName("Progress");
+    shpProgress = new QFrame(this);
+    PlaceBar(*shpProgress, "shpProgress", QColor(0, 0, 192));
     lblProgress = new QLabel(this);
     lblProgress->setFont(CourierFont(9.75, true));
     Place(*lblProgress, "lblProgress", 3000, 3000, 615, 255);
