@@ -70,23 +70,6 @@ TEST(FunctionDialog, AsItOpens) {
     });
 }
 
-TEST(FunctionDialog, KeyboardGoesThroughTheControlsInOrder) {
-    WindowBench bench(Small);
-    bench.Start();
-    bench.InDialog("DeviceFunction", [](QWidget* widget) {
-        widget->activateWindow();
-        Settle();
-        QStringList names;
-        for (int step = 0; step < 7; ++step) {
-            ASSERT_NE(widget->focusWidget(), nullptr);
-            names << widget->focusWidget()->objectName();
-            QTest::keyClick(widget, Qt::Key_Tab);
-        }
-        EXPECT_EQ(names, QStringList({"listFunction", "cmdRun", "cmdClose", "chkPM", "chkEM",
-                                      "chkID", "chkCW"}));
-    });
-}
-
 TEST(FunctionDialog, DevicesWithoutAChoiceOfRegions) {
     {
         WindowBench bench({"no EEPROM", 7, 64, 0, 1});

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 
 #include "WindowBench.hpp"
 #include "platform/qt/WindowDesign.hpp"
@@ -169,6 +170,35 @@ TEST(WindowDesign, EveryDialogHasADefaultAndACancelButton) {
             for (const QPushButton* button : dialog->findChildren<QPushButton*>())
                 EXPECT_FALSE(button->autoDefault() && !button->isDefault())
                     << "Enter would press " << button->objectName().toStdString();
+        });
+}
+
+TEST(WindowDesign, TabGoesThroughTheControlsInTheirOrder) {
+    WindowBench bench({"PIC16F877A", 10, 8192, 256, 1});
+    bench.Start();
+    struct Case {
+        const char* item;
+        QStringList order;
+    };
+    for (const Case& tested :
+         {Case{"DeviceFunction",
+               {"listFunction", "cmdRun", "cmdClose", "chkPM", "chkEM", "chkID", "chkCW"}},
+          Case{"OptionsEditAuto",
+               {"lstIn", "lstOut", "cmdOk", "cmdCancel", "cmdMoveRight", "cmdMoveLeft",
+                "cmdMoveLeftAll"}},
+          Case{"DeviceSelect", {"listDevice", "cmdOk", "cmdCancel"}},
+          Case{"OptionsSettings", {"optComm0", "cmdOk", "cmdCancel"}}})
+        bench.InDialog(tested.item, [&](QWidget* dialog) {
+            dialog->activateWindow();
+            Settle();
+            QStringList order;
+            for (qsizetype step = 0; step < tested.order.size(); ++step) {
+                ASSERT_NE(dialog->focusWidget(), nullptr);
+                order << dialog->focusWidget()->objectName();
+                QTest::keyClick(dialog, Qt::Key_Tab);
+            }
+            EXPECT_EQ(order, tested.order);
+            EXPECT_EQ(dialog->focusWidget()->objectName(), order.first());
         });
 }
 
