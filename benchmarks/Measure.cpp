@@ -66,14 +66,6 @@ Comparison Compare(int rounds, const Work& program, const Work& yardstick) {
     return comparison;
 }
 
-Spent Repeated(int repetitions, const std::function<void()>& work) {
-    const Moment begin = Moment::Now();
-    for (int repetition = 0; repetition < repetitions; ++repetition)
-        work();
-    const Spent all = Moment::Now().Since(begin);
-    return {all.Wall / repetitions, all.Processor / repetitions};
-}
-
 bool UseCore(int core) {
     static const cpu_set_t allowed = [] {
         cpu_set_t set;

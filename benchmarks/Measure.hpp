@@ -52,15 +52,6 @@ using Work = std::function<Spent()>;
 /// within a round changes from round to round.
 Comparison Compare(int rounds, const Work& program, const Work& yardstick);
 
-/// Does `work` `repetitions` times and returns what one took on average.
-Spent Repeated(int repetitions, const std::function<void()>& work);
-
-/// Keeps the compiler from leaving out the work whose result this is.
-template <typename Value>
-void Keep(const Value& value) {
-    asm volatile("" : : "m"(value) : "memory");
-}
-
 /// Binds this process to the processor core `core`, counted from 0 among those it may use; what it
 /// starts from then on is bound too. False when there are fewer cores.
 bool UseCore(int core);

@@ -10,6 +10,7 @@
 #include "Instructions.hpp"
 #include "Measure.hpp"
 #include "Memories.hpp"
+#include "Microbenchmark.hpp"
 #include "Row.hpp"
 #include "core/TextFile.hpp"
 #include "files/HexFile.hpp"
@@ -34,38 +35,30 @@ namespace {
 constexpr int Lines = 10'000;
 constexpr double InstructionRatioMax = 2;
 
-;
-
-void MeasureLoad(Memories& with, int rounds) {
+void MeasureLoad(Memories& with, int repetitions) {
     const auto file = std::filesystem::temp_directory_path() / "tamber-bench-10000.hex";
     std::ofstream(file, std::ios::binary) << with.Text;
-    const Comparison files = Compare(
-        rounds,
+    const Medians files = CompareShort(
+        repetitions,
+        [&] { Require(LoadHexFile(file, with.Image).Outcome == HexOutcome::Loaded, "no load"); },
         [&] {
-            return Repeated(10, [&] {
-                Require(LoadHexFile(file, with.Image).Outcome == HexOutcome::Loaded, "no load");
-            });
-        },
-        [&] {
-            return Repeated(10, [&] {
-                const auto text = ReadTextFile(file);
-                Require(text.Ok() && ReadHex(text.Value(), with.Plain), "no load");
-            });
+            const auto text = ReadTextFile(file);
+            Require(text.Ok() && ReadHex(text.Value(), with.Plain), "no load");
         });
     const auto image = with.Image.Bytes(0, 0x10000);
     Require(std::equal(image.begin(), image.end(), with.Plain.begin()),
             "program and yardstick have not read the same");
-    PrintLimit("Load 10,000 lines of HEX, file and all", files.Program.Wall(),
-               files.Yardstick.Wall(), Milliseconds, 1e-3);
+    PrintLimit("Load 10,000 lines of HEX, file and all", files.Program, files.Yardstick,
+               Milliseconds, 1e-3);
     std::filesystem::remove(file);
 }
 
-void MeasureRead(Memories& with, int rounds) {
-    const Comparison texts = Compare(
-        rounds, [&] { return Repeated(10, [&] { ReadByProgram(with.Text, with.Image); }); },
-        [&] { return Repeated(10, [&] { ReadByYardstick(with.Text, with.Plain); }); });
-    PrintLimit("Read 10,000 lines of HEX, text to image", texts.Program.Wall(),
-               texts.Yardstick.Wall(), Milliseconds, 1e-3);
+void MeasureRead(Memories& with, int repetitions) {
+    const Medians texts = CompareShort(
+        repetitions, [&] { ReadByProgram(with.Text, with.Image); },
+        [&] { ReadByYardstick(with.Text, with.Plain); });
+    PrintLimit("Read 10,000 lines of HEX, text to image", texts.Program, texts.Yardstick,
+               Milliseconds, 1e-3);
 }
 
 void CountInstructions(Memories& with) {
@@ -95,9 +88,9 @@ int main(int count, char** values) {
         ReadByYardstick(with->Text, with->Plain);
         return 0;
     }
-    const int rounds = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 11 : 51;
+    const int repetitions = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 3 : 11;
     UseCore(0);
-    MeasureLoad(*with, rounds);
-    MeasureRead(*with, rounds);
+    MeasureLoad(*with, repetitions);
+    MeasureRead(*with, repetitions);
     CountInstructions(*with);
 }

@@ -1,5 +1,6 @@
 // Writing HEX files, against a plain writer.
 
+#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -10,13 +11,12 @@
 #include "BoardProcess.hpp"
 #include "Measure.hpp"
 #include "Memories.hpp"
+#include "Microbenchmark.hpp"
 #include "Row.hpp"
 #include "files/HexSave.hpp"
 
 namespace Tamber::Bench {
 namespace {
-
-;
 
 std::string PlainText(const Memory& memory) {
     std::string text;
@@ -36,29 +36,22 @@ void WritePlainly(const std::filesystem::path& path, const std::string& text) {
 }
 
 // The text of a save; and the whole of it, which forces the file to the disk as the yardstick does.
-void MeasureSave(Memories& with, int rounds) {
+void MeasureSave(Memories& with, int repetitions) {
     const int words = MemoryImage::ProgramWordsMax;
     Require(HexFileText(with.Image, words) == PlainText(with.Plain),
             "program and yardstick do not write the same");
-    const Comparison texts = Compare(
-        rounds, [&] { return Repeated(100, [&] { Keep(HexFileText(with.Image, words)); }); },
-        [&] { return Repeated(100, [&] { Keep(PlainText(with.Plain)); }); });
-    PrintUnbound("Save 8,192 words as HEX, the text alone", texts.Program.Wall(),
-                 texts.Yardstick.Wall(), Microseconds);
+    const Medians texts = CompareShort(
+        repetitions, [&] { benchmark::DoNotOptimize(HexFileText(with.Image, words)); },
+        [&] { benchmark::DoNotOptimize(PlainText(with.Plain)); });
+    PrintUnbound("Save 8,192 words as HEX, the text alone", texts.Program, texts.Yardstick,
+                 Microseconds);
     const auto folder = std::filesystem::temp_directory_path();
-    const Comparison files = Compare(
-        rounds,
-        [&] {
-            return Repeated(1, [&] {
-                Require(!SaveHexFile(folder / "tamber-bench-a.hex", with.Image, words), "no save");
-            });
-        },
-        [&] {
-            return Repeated(
-                1, [&] { WritePlainly(folder / "tamber-bench-b.hex", PlainText(with.Plain)); });
-        });
-    PrintUnbound("Save 8,192 words as HEX, to the disk", files.Program.Wall(),
-                 files.Yardstick.Wall(), Milliseconds);
+    const Medians files = CompareShort(
+        repetitions,
+        [&] { Require(!SaveHexFile(folder / "tamber-bench-a.hex", with.Image, words), "no save"); },
+        [&] { WritePlainly(folder / "tamber-bench-b.hex", PlainText(with.Plain)); });
+    PrintUnbound("Save 8,192 words as HEX, to the disk", files.Program, files.Yardstick,
+                 Milliseconds);
     std::filesystem::remove(folder / "tamber-bench-a.hex");
     std::filesystem::remove(folder / "tamber-bench-b.hex");
 }
@@ -68,8 +61,8 @@ void MeasureSave(Memories& with, int rounds) {
 
 int main(int count, char** values) {
     using namespace Tamber::Bench;
-    const int rounds = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 11 : 51;
+    const int repetitions = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 3 : 11;
     UseCore(0);
     const auto with = std::make_unique<Memories>();
-    MeasureSave(*with, rounds);
+    MeasureSave(*with, repetitions);
 }

@@ -1,5 +1,7 @@
 // The text of the program-memory view, against plain loops.
 
+#include <benchmark/benchmark.h>
+
 #include <cstring>
 #include <memory>
 
@@ -7,6 +9,7 @@
 #include "DumpYardstick.hpp"
 #include "Measure.hpp"
 #include "Memories.hpp"
+#include "Microbenchmark.hpp"
 #include "Row.hpp"
 #include "core/ImageSummary.hpp"
 #include "ui/DumpText.hpp"
@@ -14,31 +17,25 @@
 namespace Tamber::Bench {
 namespace {
 
-;
-
-void MeasureScrollStep(Memories& with, int rounds) {
+void MeasureScrollStep(Memories& with, int repetitions) {
     const int words = MemoryImage::ProgramWordsMax;
     int row = 0;
     const auto nextRow = [&row] { return row = (row + 1) % 1008; };
     Require(ProgramDump(with.Image, 5) == DumpRows(with.Plain.data(), 5) &&
                 ProgramChecksum(with.Image, words) == SumOf(with.Plain.data(), words),
             "program and yardstick do not make the same text");
-    const Comparison steps = Compare(
-        rounds,
+    const Medians steps = CompareShort(
+        repetitions,
         [&] {
-            return Repeated(1000, [&] {
-                Keep(ProgramDump(with.Image, nextRow()));
-                Keep(ProgramChecksum(with.Image, words));
-            });
+            benchmark::DoNotOptimize(ProgramDump(with.Image, nextRow()));
+            benchmark::DoNotOptimize(ProgramChecksum(with.Image, words));
         },
         [&] {
-            return Repeated(1000, [&] {
-                Keep(DumpRows(with.Plain.data(), static_cast<unsigned>(nextRow())));
-                Keep(SumOf(with.Plain.data(), words));
-            });
+            benchmark::DoNotOptimize(DumpRows(with.Plain.data(), static_cast<unsigned>(nextRow())));
+            benchmark::DoNotOptimize(SumOf(with.Plain.data(), words));
         });
-    PrintLimit("Scroll step: text and checksum, 8,192 words", steps.Program.Wall(),
-               steps.Yardstick.Wall(), Microseconds, 10e-6);
+    PrintLimit("Scroll step: text and checksum, 8,192 words", steps.Program, steps.Yardstick,
+               Microseconds, 10e-6);
 }
 
 }  // namespace
@@ -46,8 +43,8 @@ void MeasureScrollStep(Memories& with, int rounds) {
 
 int main(int count, char** values) {
     using namespace Tamber::Bench;
-    const int rounds = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 11 : 51;
+    const int repetitions = count > 1 && std::strcmp(values[1], "--quick") == 0 ? 3 : 11;
     UseCore(0);
     const auto with = std::make_unique<Memories>();
-    MeasureScrollStep(*with, rounds);
+    MeasureScrollStep(*with, repetitions);
 }
