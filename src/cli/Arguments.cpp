@@ -69,7 +69,12 @@ class CommandLine {
 
     void Parse(std::vector<std::string> words) {
         std::ranges::reverse(words);
-        app_.parse(words);
+        try {
+            app_.parse(words);
+        } catch (const CLI::ExtrasError&) {
+            RefuseCommand();
+            throw;
+        }
         if (app_.get_subcommands().empty())
             throw CLI::RequiredError("A command");
         for (const CommandForm& form : Forms)
@@ -91,6 +96,15 @@ class CommandLine {
     const Arguments& Result() const { return arguments_; }
 
   private:
+    // Of all that was not expected, what stands in the place of a command is told alone.
+    void RefuseCommand() const {
+        const std::vector<std::string> unexpected = app_.remaining();
+        const auto word = std::ranges::find_if(
+            unexpected, [](const std::string& text) { return !text.starts_with('-'); });
+        if (app_.get_subcommands().empty() && word != unexpected.end())
+            throw CLI::ValidationError("There is no command \"" + *word + "\".");
+    }
+
     void AddOptions() {
         app_.add_option("-C", arguments_.Folder, "Working folder, in place of the current one")
             ->type_name("DIR");

@@ -118,7 +118,7 @@ TEST_F(CliTest, OnlyTheRegionsAskedForTakePart) {
              {"auto"},
              {"blank", "--device", "PIC99"},
              {"blank", "--socket", "x"},
-             {"frobnicate"},
+             {"blank", "blink.hex"},
              {}}) {
         const Ran ran = Run(refused);
         EXPECT_EQ(ran.Status, 2) << testing::PrintToString(refused);
@@ -127,6 +127,9 @@ TEST_F(CliTest, OnlyTheRegionsAskedForTakePart) {
         EXPECT_TRUE(Wire().empty());
     }
     EXPECT_EQ(Run({"read", "-", "--json"}).Fact("/outcome"), "usage");
+    EXPECT_EQ(Run({"--quiet", "frobnicate", "blink.hex"}).Errors,
+              "tamber-cli: There is no command \"frobnicate\".\n"
+              "Run with --help for more information.\n");
 }
 
 TEST_F(CliTest, WhatWasAskedForIsAloneOnStandardOutput) {
