@@ -11,7 +11,7 @@
 
 #include "BoardProcess.hpp"
 #include "StartUp.hpp"
-#include "operations/AutoSequence.hpp"
+#include "core/AutoSequence.hpp"
 
 namespace Tamber::Bench {
 namespace {

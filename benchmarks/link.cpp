@@ -9,7 +9,7 @@
 #include "FunctionDriver.hpp"
 #include "RawPort.hpp"
 #include "Row.hpp"
-#include "operations/AutoSequence.hpp"
+#include "core/AutoSequence.hpp"
 
 namespace Tamber::Bench {
 namespace {

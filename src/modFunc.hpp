@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
+#include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/MemoryImage.hpp"
 #include "core/Settings.hpp"
 #include "link/LinkState.hpp"
-#include "operations/AutoSequence.hpp"
 
 namespace Tamber {
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/MemoryImage.hpp"
 #include "link/ProgrammerLink.hpp"
-#include "operations/AutoSequence.hpp"
 #include "operations/FunctionDisplay.hpp"
 #include "operations/FunctionWatch.hpp"
 #include "platform/EventDelivery.hpp"

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "StartUp.hpp"
-#include "operations/AutoSequence.hpp"
+#include "core/AutoSequence.hpp"
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/WindowDesign.hpp"
 

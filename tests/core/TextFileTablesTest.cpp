@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "TestFolder.hpp"
+#include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/Settings.hpp"
-#include "operations/AutoSequence.hpp"
 
 namespace Tamber {
 namespace {

@@ -1,4 +1,4 @@
-#include "operations/AutoSequence.hpp"
+#include "core/AutoSequence.hpp"
 
 #include <algorithm>
 #include <limits>
