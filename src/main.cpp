@@ -19,8 +19,6 @@ void LetDisplayBeMissing() {
         qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
                                        ? "wayland;xcb;offscreen"
                                        : "xcb;offscreen");
-    else
-        qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM"));
 #endif
 }
 

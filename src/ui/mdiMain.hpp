@@ -29,9 +29,6 @@ class mdiMain : public QMainWindow {
     /// opened, the board identified (which takes the time-out timer's period), the image cleared.
     void MDIForm_Load();
 
-    /// Brings the buffer views up to date with these regions of the image.
-    void ReopenViews(const Regions& regions);
-
     /// Shows name and size of the selected device in the status bar.
     void ShowSelectedDevice();
 
@@ -70,6 +67,7 @@ class mdiMain : public QMainWindow {
     void HelpAbout_Click();
 
     void OpenHexFile();
+    void ReopenViews(const Regions& regions);
 
     modFunc& program_;
     Platform& platform_;
