@@ -12,6 +12,10 @@ struct Failure {
     std::string lastLine;  // of standard output; empty: there is none
 };
 
+void PrintTo(const Failure& failure, std::ostream* out) {
+    *out << failure.words.front() << " ends with " << failure.status;
+}
+
 Simulator::FaultPlan Silent(int from) {
     Simulator::FaultPlan faults;
     faults.silentFrom = from;

@@ -13,6 +13,10 @@ struct OddFile {
     std::string told;  // a line of the output, whole
 };
 
+void PrintTo(const OddFile& odd, std::ostream* out) {
+    *out << odd.what;
+}
+
 const std::string Good = ":04000000012800349F\n";
 const std::string End = ":00000001FF\n";
 

@@ -11,6 +11,7 @@ using Simulator::ReplayBoard;
 using Simulator::TracedExchange;
 using Simulator::TraceFault;
 using std::chrono::microseconds;
+using namespace std::chrono_literals;
 using Exchanges = std::vector<TracedExchange>;
 using Bytes = std::vector<std::uint8_t>;
 
@@ -22,12 +23,35 @@ std::vector<std::string> WithoutTimes(const std::string& trace) {
     return lines;
 }
 
-class Replays : public CliTest, public testing::WithParamInterface<Simulator::FaultPlan> {};
+struct TracedBoard {
+    const char* what;
+    void (*plan)(Simulator::FaultPlan& faults);
+};
+
+void PrintTo(const TracedBoard& board, std::ostream* out) {
+    *out << board.what;
+}
+
+const TracedBoard TracedBoards[] = {
+    {"sound", [](auto&) {}},
+    {"silent", [](auto& faults) { faults.silentFrom = 150; }},
+    {"short reply", [](auto& faults) { faults.replyLength.emplace(20, 5); }},
+    {"late",
+     [](auto& faults) {
+         faults.delay = {std::nullopt, 30ms};
+     }},
+    {"refusing", [](auto& faults) { faults.refusedWrite.emplace(0x20, 0x24); }},
+    {"no board", [](auto& faults) { faults.identificationLength = 4; }},
+};
+
+class Replays : public CliTest, public testing::WithParamInterface<TracedBoard> {};
 
 // The same command against the trace of a board, good or faulty, leaves the same trace again and
 // takes the same time.
 TEST_P(Replays, ATraceGivesTheSameWireAgain) {
-    Socket({7, 1024, 64}, GetParam());
+    Simulator::FaultPlan faults;
+    GetParam().plan(faults);
+    Socket({7, 1024, 64}, faults);
     const std::string sample = Sample("greeting-16f84a");
     const Ran first = Run({"auto", sample, "--trace", folder / "first.txt"});
     const auto firstTime = desktop.now;
@@ -43,25 +67,7 @@ TEST_P(Replays, ATraceGivesTheSameWireAgain) {
     EXPECT_EQ(desktop.now - firstTime, firstTime);
 }
 
-Simulator::FaultPlan Plan(void (*set)(Simulator::FaultPlan&)) {
-    Simulator::FaultPlan plan;
-    set(plan);
-    return plan;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Boards, Replays,
-    testing::Values(Plan([](auto&) {}), Plan([](auto& p) { p.silentFrom = 150; }),
-                    Plan([](auto& p) {
-                        p.replyLength = {20, 5};
-                    }),
-                    Plan([](auto& p) {
-                        p.delay = {std::nullopt, std::chrono::milliseconds(30)};
-                    }),
-                    Plan([](auto& p) {
-                        p.refusedWrite = {0x20, 0x24};
-                    }),
-                    Plan([](auto& p) { p.identificationLength = 4; })));
+INSTANTIATE_TEST_SUITE_P(Boards, Replays, testing::ValuesIn(TracedBoards));
 
 TEST_F(CliTest, ATraceHasALineForEveryFrameAndReply) {
     Run({"blank", "--only", "config", "--trace", folder / "trace.txt"});

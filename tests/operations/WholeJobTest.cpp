@@ -4,6 +4,11 @@
 #include "support/FunctionBench.hpp"
 
 namespace Tamber {
+
+void PrintTo(const DeviceRecord& device, std::ostream* out) {
+    *out << device.Name;
+}
+
 namespace {
 
 // A device of each kind: 12-bit and 14-bit words, with and without EEPROM, and the stream.
@@ -45,8 +50,7 @@ TEST_P(WholeJob, EraseBlankProgramVerifyAndReadBack) {
     EXPECT_EQ(bench.image, written);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, WholeJob, testing::ValuesIn(Kinds),
-                         [](const auto& kind) { return "Kind" + std::to_string(kind.index); });
+INSTANTIATE_TEST_SUITE_P(Kinds, WholeJob, testing::ValuesIn(Kinds));
 
 }  // namespace
 }  // namespace Tamber
