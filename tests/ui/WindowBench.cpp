@@ -88,4 +88,12 @@ void WindowBench::InDialog(const char* item, const std::function<void(QWidget*)>
     Settle();
 }
 
+void WindowBench::InEveryWindow(const std::function<void(QWidget*)>& look) {
+    for (const char* view : {"frmBuffer", "frmEEPROM", "frmConfig"})
+        look(Find<QWidget>(view));
+    for (const char* item :
+         {"DeviceFunction", "OptionsEditAuto", "DeviceSelect", "OptionsSettings", "HelpAbout"})
+        InDialog(item, look);
+}
+
 }  // namespace Tamber

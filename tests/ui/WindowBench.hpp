@@ -49,6 +49,9 @@ class WindowBench {
     /// Chooses a menu entry that opens a dialog, and uses the dialog; it is closed afterwards.
     void InDialog(const char* item, const std::function<void(QWidget* dialog)>& use);
 
+    /// Looks at each view, and opens each dialog and looks at that.
+    void InEveryWindow(const std::function<void(QWidget* window)>& look);
+
     modFunc program;
     WindowDesktop desktop;
     Simulator::BoardEngine engine;

@@ -148,11 +148,7 @@ void Check(QWidget* window) {
 TEST(WindowDesign, EveryControlStandsWhereItIsDrawn) {
     WindowBench bench({"PIC16F877A", 10, 8192, 256, 1});
     bench.Start();
-    for (const char* view : {"frmBuffer", "frmEEPROM", "frmConfig"})
-        Check(bench.Find<QWidget>(view));
-    for (const char* item :
-         {"DeviceFunction", "OptionsEditAuto", "DeviceSelect", "OptionsSettings", "HelpAbout"})
-        bench.InDialog(item, Check);
+    bench.InEveryWindow(Check);
 }
 
 TEST(WindowDesign, EveryDialogHasADefaultAndACancelButton) {
