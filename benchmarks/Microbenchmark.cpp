@@ -4,6 +4,7 @@
 
 #include <array>
 #include <map>
+#include <mutex>
 #include <string>
 
 #include "BoardProcess.hpp"
@@ -29,15 +30,14 @@ class MedianReporter final : public benchmark::BenchmarkReporter {
     std::map<std::string, double> medians;
 };
 
-void InitializeOnce() {
-    static const bool done = [] {
+void Initialize() {
+    static std::once_flag once;
+    std::call_once(once, [] {
         std::array<std::string, 2> words{"bench", "--benchmark_enable_random_interleaving=true"};
         std::array<char*, 3> values{words[0].data(), words[1].data(), nullptr};
         int count = 2;
         benchmark::Initialize(&count, values.data());
-        return true;
-    }();
-    Require(done, "no benchmarks");
+    });
 }
 
 void Register(const char* name, int repetitions, const std::function<void()>& work) {
@@ -56,7 +56,7 @@ void Register(const char* name, int repetitions, const std::function<void()>& wo
 
 Medians CompareShort(int repetitions, const std::function<void()>& program,
                      const std::function<void()>& yardstick) {
-    InitializeOnce();
+    Initialize();
     Register("program", repetitions, program);
     Register("yardstick", repetitions, yardstick);
     MedianReporter reporter;
