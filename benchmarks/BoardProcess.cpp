@@ -23,6 +23,14 @@ void Require(bool good, const std::string& message) {
     std::exit(EXIT_FAILURE);
 }
 
+std::vector<char*> Values(std::vector<std::string>& words) {
+    std::vector<char*> values;
+    for (std::string& word : words)
+        values.push_back(word.data());
+    values.push_back(nullptr);
+    return values;
+}
+
 BoardProcess::BoardProcess(std::vector<std::string> options) {
     MakeFolder();
     std::vector<std::string> arguments{BOARD_PROGRAM, "--link", Port(),     "--type", "10",
@@ -53,10 +61,7 @@ void BoardProcess::MakeFolder() {
 
 // Returns when the board has said that it is ready.
 void BoardProcess::Start(std::vector<std::string> arguments) {
-    std::vector<char*> values;
-    for (std::string& argument : arguments)
-        values.push_back(argument.data());
-    values.push_back(nullptr);
+    const std::vector<char*> values = Values(arguments);
     std::array<int, 2> output{};
     Require(::pipe2(output.data(), O_CLOEXEC) == 0, "no pipe");
     posix_spawn_file_actions_t actions;

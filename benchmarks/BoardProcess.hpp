@@ -34,4 +34,7 @@ class BoardProcess {
 /// Ends the program with a message when `good` is false.
 void Require(bool good, const std::string& message);
 
+/// A command line as the system wants it, ended by a null pointer. It points into `words`.
+std::vector<char*> Values(std::vector<std::string>& words);
+
 }  // namespace Tamber::Bench

@@ -20,6 +20,11 @@ std::string HexText10000() {
     return text.append(EndRecord);
 }
 
+void FillProgramMemory(MemoryImage& image) {
+    for (int index = 0; index < 2 * MemoryImage::ProgramWordsMax; ++index)
+        image.SetByte(index, static_cast<std::uint8_t>(index * 37 >> 3 & 0x3F));
+}
+
 Memories::Memories() {
     Require(ReadHex(Text, Plain), "the yardstick does not take the HEX text");
     for (int index = 0; index < 0x10000; ++index)

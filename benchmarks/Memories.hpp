@@ -12,6 +12,9 @@ namespace Tamber::Bench {
 /// order, and the closing record. Lines end in CR LF.
 std::string HexText10000();
 
+/// Fills program memory, all 8,192 words, so that no block is like its neighbours.
+void FillProgramMemory(MemoryImage& image);
+
 /// The program's memory image and the yardstick's, with what that text stores.
 struct Memories {
     Memories();

@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -15,6 +14,7 @@
 
 #include "BoardProcess.hpp"
 #include "Measure.hpp"
+#include "Memories.hpp"
 #include "RawPort.hpp"
 #include "Row.hpp"
 #include "core/MemoryImage.hpp"
@@ -45,10 +45,7 @@ class Companion {
 
     Spent Run(std::vector<std::string> words) const {
         words.insert(words.begin(), {CLI_PROGRAM, "-C", folder_});
-        std::vector<char*> values;
-        for (std::string& word : words)
-            values.push_back(word.data());
-        values.push_back(nullptr);
+        const std::vector<char*> values = Values(words);
         pid_t process = -1;
         int status = -1;
         rusage used{};
@@ -74,8 +71,7 @@ class Companion {
 
 void WriteHex(const std::filesystem::path& path) {
     const auto image = std::make_unique<MemoryImage>();
-    for (int index = 0; index < 2 * MemoryImage::ProgramWordsMax; ++index)
-        image->SetByte(index, static_cast<std::uint8_t>(index * 37 >> 3 & 0x3F));
+    FillProgramMemory(*image);
     Require(!SaveHexFile(path, *image, MemoryImage::ProgramWordsMax),
             "cannot write " + path.string());
 }

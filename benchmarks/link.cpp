@@ -7,6 +7,7 @@
 
 #include "BoardProcess.hpp"
 #include "FunctionDriver.hpp"
+#include "Memories.hpp"
 #include "RawPort.hpp"
 #include "Row.hpp"
 #include "core/AutoSequence.hpp"
@@ -26,11 +27,6 @@ struct Figure {
     int rounds;
     Spent (RawPort::*yardstick)(int blocks);
 };
-
-void MakeImageDiffer(MemoryImage& image) {
-    for (int index = 0; index < 2 * MemoryImage::ProgramWordsMax; ++index)
-        image.SetByte(index, static_cast<std::uint8_t>(index * 37 >> 3 & 0x3F));
-}
 
 // The wall and processor time of a round trip, and of the whole run.
 void MeasureFunction(FunctionDriver& program, RawPort& raw, const Figure& figure) {
@@ -64,7 +60,7 @@ void MeasureAnsweringAtOnce(int rounds) {
     const BoardProcess rawBoard;
     FunctionDriver program(board.Folder());
     RawPort raw(rawBoard.Port());
-    MakeImageDiffer(program.Image());
+    FillProgramMemory(program.Image());
     MeasureFunction(program, raw,
                     {"Program 8,192 words", FunctionProgram, 1000, rounds, &RawPort::WriteBlocks});
     const MemoryImage written = program.Image();

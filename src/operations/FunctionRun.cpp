@@ -114,15 +114,18 @@ void FunctionRun::ShowProgress(std::int16_t percent) {
 
 void FunctionRun::Pause(int milliseconds) {
     tmrWait_.SetInterval(std::chrono::milliseconds(milliseconds));
-    waitDone_ = false;
-    tmrWait_.Enable();
+    BeginPeriod();
     DeliverEventsUntil(events_, [this] { return waitDone_ || StopWanted(); });
     tmrWait_.Disable();
 }
 
-void FunctionRun::WaitOnePeriod() {
+void FunctionRun::BeginPeriod() {
     waitDone_ = false;
     tmrWait_.Enable();
+}
+
+void FunctionRun::WaitOnePeriod() {
+    BeginPeriod();
     DeliverEventsUntil(events_, [this] { return waitDone_; });
 }
 

@@ -84,7 +84,8 @@ class FunctionRun {
     /// timer keeps that period.
     void Pause(int milliseconds);
 
-    /// Lets events run for one period of the pause timer, whatever it was last set to.
+    /// Lets events run for one period of the pause timer, whatever it was last set to. An
+    /// interruption does not end it: the board needs that time for what it was told.
     void WaitOnePeriod();
 
     /// The reaction to a reply that did not come: the box, then "   Device Fault!" behind the
@@ -107,6 +108,7 @@ class FunctionRun {
     bool Stopped = false;          ///< the run was ended before it was through
 
   private:
+    void BeginPeriod();
     bool StopWanted() const;
 
     const DeviceRecord& device_;

@@ -120,7 +120,7 @@ void frmFunction::ProgressMoves(std::int16_t percent) {
     lblProgress->setText(QString::number(percent) + "%");
     const float width = static_cast<float>(percent) * static_cast<float>(shpBG->width()) / 100.0F;
     shpProgress->resize(static_cast<int>(width), shpBG->height());
-    if (QAccessible::isActive())
+    if (QAccessible::isActive())  // it would be painted anew each time, for nobody
         shpBG->setValue(percent);
 }
 

@@ -91,6 +91,17 @@ TEST_P(Fails, WithItsStatusItsWordsAndAsJson) {
 
 INSTANTIATE_TEST_SUITE_P(EachWay, Fails, testing::ValuesIn(Failures));
 
+// The identification takes 20 ms; the time-out that ends the run takes its second and no more.
+TEST_F(CliTest, APortThatGoesAwayEndsTheRunWithinTheTimeOut) {
+    Socket({7, 1024, 64}, Silent(4));
+    desktop.intrude = [this] { desktop.portLost = Wire().size() >= 6; };
+    const Ran ran = Run({"program", Sample("greeting-16f84a")});
+    EXPECT_EQ(ran.Status, 6);
+    EXPECT_EQ(ran.Out, "Programming Program Memory...   Device Fault!\n");
+    EXPECT_THAT(ran.Errors, HasSubstr("The port went away."));
+    EXPECT_EQ(desktop.now, std::chrono::milliseconds(1020));
+}
+
 TEST_F(CliTest, ABlankCheckThatFailsHasAStatusOfItsOwn) {
     engine->Memory().SetByte(0x24, 0);
     const Ran ran = Run({"blank", "--json"});

@@ -26,8 +26,9 @@ TEST_F(CliTest, InterruptedInAWriteSequenceItClosesItBehindTheBlock) {
 // Neither the second behind a region nor that of an identification is waited for to its end.
 TEST_F(CliTest, InterruptedInAWaitItEndsThere) {
     machine.InterruptIn(200ms);
-    EXPECT_EQ(Run({"program", Sample("greeting-16f84a")}).Out,
-              "Programming Program Memory...   OK!\n");
+    const Ran ran = Run({"program", Sample("greeting-16f84a")});
+    EXPECT_EQ(ran.Status, 130);
+    EXPECT_EQ(ran.Out, "Programming Program Memory...   OK!\n");
     EXPECT_EQ(Tail(Wire(), 2), Closed);
     EXPECT_EQ(desktop.now, 200ms);
 }

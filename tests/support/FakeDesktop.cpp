@@ -62,6 +62,7 @@ class FakeSerialControl final : public SerialControl {
         bytes = desktop_.received;
         desktop_.received.clear();
     }
+    bool PortLost() const override { return desktop_.portLost; }
 
   private:
     FakeDesktop& desktop_;

@@ -37,6 +37,7 @@ class FakeDesktop : public Platform,
     Time now{0};
     Simulator::BoardLine* board = nullptr;   ///< what hangs on the port; null: nothing does
     std::optional<std::string> portFailure;  ///< why the port cannot be opened
+    bool portLost = false;                   ///< the port has gone away
     std::vector<std::uint8_t> received;      ///< waiting at the port
     std::vector<std::string> record;         ///< "> 01 52", "tick 100", "box ...", in order
     std::function<void()> intrude;           ///< runs whenever events are delivered

@@ -46,15 +46,20 @@ const NamedControl NamedControls[] = {
     {"frmConfig", "txtConfig", QAccessible::EditableText, "Configuration Word"},
 };
 
-void ExpectNames(QWidget& window) {
+// Returns how many rows of the table the window has.
+std::size_t ExpectNames(QWidget& window) {
+    std::size_t rows = 0;
     for (const NamedControl& control : NamedControls) {
         if (window.objectName() != control.window)
             continue;
         auto* widget = control.name[0] ? window.findChild<QWidget*>(control.name) : &window;
-        ASSERT_NE(widget, nullptr) << control.window << " " << control.name;
+        if (!widget)
+            continue;
+        ++rows;
         EXPECT_EQ(Spoken(*widget).role(), control.role) << control.name;
         EXPECT_EQ(NameOf(Spoken(*widget)), control.says) << control.name;
     }
+    return rows;
 }
 
 // Whatever can be reached has a name to say, and what shows a text says just that.
@@ -80,16 +85,16 @@ void ExpectTexts(QWidget& window) {
     }
 }
 
-void ExpectSpoken(QWidget* window) {
-    ASSERT_NE(window, nullptr);
-    ExpectNames(*window);
-    ExpectTexts(*window);
-}
-
 TEST(Accessibility, AScreenReaderGetsWhatAPersonSees) {
     WindowBench bench(Device);
     bench.Start();
-    bench.InEveryWindow(ExpectSpoken);
+    std::size_t rows = 0;
+    bench.InEveryWindow([&](QWidget* window) {
+        ASSERT_NE(window, nullptr);
+        rows += ExpectNames(*window);
+        ExpectTexts(*window);
+    });
+    EXPECT_EQ(rows, std::size(NamedControls)) << "a row of the table names what is not there";
     ExpectTexts(*bench.window);
 }
 

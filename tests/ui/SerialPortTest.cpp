@@ -68,7 +68,7 @@ TEST_F(SerialPort, ALineThatIsHungUpIsClosedAndWakesNobodyAgain) {
     ASSERT_EQ(control.PortOpen(1, "57600,N,8,1"), std::nullopt);
     HangUp();
     errno = 0;  // that of an earlier call would be taken for a fault of the port
-    EXPECT_LT(Wakings(std::chrono::milliseconds(300)), 30);
+    EXPECT_LT(Wakings(std::chrono::milliseconds(20)), 30);
     EXPECT_TRUE(control.PortLost());
     EXPECT_EQ(control.InBufferCount(), 0);
 }
