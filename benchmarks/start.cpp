@@ -25,15 +25,14 @@ namespace fs = std::filesystem;
 constexpr double PaintRatioMax = 1.25;
 constexpr double MemoryRatioMax = 1.5;
 
-// Goes on as `program`, which is told the moment at which it began, and `argument`.
-[[noreturn]] void Become(const fs::path& program, const char* argument, const fs::path& folder,
-                         int output) {
+// Goes on as `program`, which is told the moment at which it began.
+[[noreturn]] void Become(const fs::path& program, const fs::path& folder, int output) {
     ::dup2(output, STDOUT_FILENO);
     if (::chdir(folder.c_str()) == 0) {
         timespec now{};
         ::clock_gettime(CLOCK_MONOTONIC, &now);
         const std::string begin = std::to_string(now.tv_sec * 1'000'000'000LL + now.tv_nsec);
-        ::execl(program.c_str(), program.c_str(), begin.c_str(), argument, nullptr);
+        ::execl(program.c_str(), program.c_str(), begin.c_str(), nullptr);
     }
     ::_exit(127);
 }
@@ -45,15 +44,15 @@ struct Figures {
     std::vector<double> Memory;
 };
 
-// Starts one of the programs in `folder`; returns when it has ended.
-Spent Start(const char* name, const char* argument, const fs::path& folder, Figures& figures) {
+// Starts one of the two programs in `folder`; returns when it has ended.
+Spent Start(const char* name, const fs::path& folder, Figures& figures) {
     const fs::path program = fs::read_symlink("/proc/self/exe").parent_path() / name;
     std::array<int, 2> output{};
     Require(::pipe2(output.data(), O_CLOEXEC) == 0, "no pipe");
     const Moment begin = Moment::Now();
     const pid_t child = ::fork();
     if (child == 0)
-        Become(program, argument, folder, output[1]);
+        Become(program, folder, output[1]);
     ::close(output[1]);
     FILE* const answer = ::fdopen(output[0], "r");
     double first = 0;
@@ -74,19 +73,12 @@ void MeasureOn(const std::string& desktop, const fs::path& folder, int rounds) {
     ::setenv("QT_QPA_PLATFORM", desktop.c_str(), 1);
     Figures program;
     Figures minimal;
-    Figures lettered;
     Compare(
-        rounds, [&] { return Start("bench-start-program", "", folder, program); },
-        [&] {
-            Start("bench-start-minimal", "text", folder, lettered);
-            return Start("bench-start-minimal", "", folder, minimal);
-        });
+        rounds, [&] { return Start("bench-start-program", folder, program); },
+        [&] { return Start("bench-start-minimal", folder, minimal); });
     const double yardstick = Median(minimal.FirstPaint);
     PrintRatio("First paint, the splash, " + desktop, Median(program.FirstPaint), yardstick,
                Milliseconds, PaintRatioMax);
-    // The bare window asks for no fonts; this is how much of the splash's time they are.
-    PrintUnbound("The same beside a window with a line of text", Median(program.FirstPaint),
-                 Median(lettered.FirstPaint), Milliseconds);
     // Two windows, texts and three views against one bare window: told, with no bound.
     PrintUnbound("Main window painted, without waits, " + desktop, Median(program.MainPaint),
                  yardstick, Milliseconds);

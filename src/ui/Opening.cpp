@@ -7,11 +7,22 @@
 
 namespace Tamber {
 
+namespace {
+
+// What the main window takes time for, done while the splash stands: the readers of pictures, and
+// the system's fonts.
+void MakeReady() {
+    QApplication::setWindowIcon(ApplicationIcon());
+    SansSerifFont();
+}
+
+}  // namespace
+
 Opening::Opening(modFunc& program, Platform& platform)
     : program_(program),
       platform_(platform),
       splash_(nullptr, platform, [this] { ShowMainWindow(); }) {
-    splash_.OnceOnScreen([] { QApplication::setWindowIcon(ApplicationIcon()); });
+    splash_.OnceOnScreen([] { MakeReady(); });
 }
 
 void Opening::Begin() {

@@ -1,24 +1,47 @@
 #include "ui/frmAbout.hpp"
 
 #include <QEvent>
+#include <QFile>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScreen>
 #include <chrono>
 #include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/WindowDesign.hpp"
+#include "ui/AboutTexts.hpp"
 
 namespace Tamber {
 namespace {
 
 constexpr QColor PaleBlue(0xC0, 0xC0, 0xFF);
-constexpr QColor Blue(0, 0, 0xFF);
-constexpr QColor DarkBlue(0, 0, 0x80);
 constexpr std::chrono::milliseconds OnScreen(3000);
+
+// Shows an outline instead of its text, which is there for a screen reader.
+class LetteredLabel final : public QLabel {
+  public:
+    LetteredLabel(QWidget* parent, QPainterPath outline)
+        : QLabel(parent), outline_(std::move(outline)) {}
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(outline_, palette().windowText());
+    }
+
+  private:
+    QPainterPath outline_;
+};
+
+QList<QPainterPath> Lettering() {
+    QFile file(QStringLiteral(":/lettering/about"));
+    return file.open(QIODevice::ReadOnly) ? ReadLettering(file) : QList<QPainterPath>();
+}
 
 }  // namespace
 
@@ -35,35 +58,34 @@ void frmAbout::ShowModally() {
     ExecuteModal(*this);
 }
 
+// No font is asked for here, as that makes Qt read all of the system's.
 void frmAbout::MakeControls() {
-    DesignDialog(*this, "frmAbout", "", 4905, 3090);
+    setObjectName("frmAbout");
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    setFixedSize(Pixels(4905), Pixels(3090));
     setAccessibleName("About");
     QPalette palette;
     palette.setColor(QPalette::Window, PaleBlue);
     setPalette(palette);
     // The upper labels are made last: where two overlap, the upper one's text stays whole.
-    AddLabel(4, TAMBER_WEB, 720, 2160, 3495, 495, 9.75, DarkBlue);
-    AddLabel(3, TAMBER_EMAIL, 720, 1800, 3495, 495, 9.75, DarkBlue);
-    AddLabel(2, TAMBER_MAKER, 240, 1320, 4455, 495, 15.75, Blue);
-    AddLabel(1, "ver.1.01, 14/03/05", 720, 720, 3495, 375, 9.75, Qt::black);
-    AddLabel(0, "PIC Programmer", 720, 120, 3495, 615, 20.25, Qt::black);
+    const QList<QPainterPath> outlines = Lettering();
+    for (int index = static_cast<int>(AboutTexts.size()) - 1; index >= 0; --index)
+        AddLabel(index, outlines.value(index));
     image_ = new QLabel(this);
     Place(*image_, "Image1", 120, 120, 480, 480);
     image_->setAccessibleName("Icon");
 }
 
-void frmAbout::AddLabel(int index, const char* text, int left, int top, int width, int height,
-                        double points, QColor color) {
-    auto* label = new QLabel(this);
-    Place(*label, ("lblAbout" + std::to_string(index)).c_str(), left, top, width, height);
+void frmAbout::AddLabel(int index, const QPainterPath& outline) {
+    const AboutText& about = AboutTexts[static_cast<std::size_t>(index)];
+    auto* label = new LetteredLabel(this, outline);
+    Place(*label, ("lblAbout" + std::to_string(index)).c_str(), about.left, about.top, about.width,
+          about.height);
     label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    label->setFont(ComicFont(points));
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, color);
+    label->setText(about.text);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, about.color);
     label->setPalette(palette);
-    ShowFitted(*label, text);
 }
 
 bool frmAbout::event(QEvent* event) {

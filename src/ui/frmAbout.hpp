@@ -8,6 +8,7 @@
 #include "platform/Platform.hpp"
 
 class QLabel;
+class QPainterPath;
 
 namespace Tamber {
 
@@ -33,8 +34,7 @@ class frmAbout : public QDialog {
 
   private:
     void MakeControls();
-    void AddLabel(int index, const char* text, int left, int top, int width, int height,
-                  double points, QColor color);
+    void AddLabel(int index, const QPainterPath& outline);
     void tmrShow_Timer();
     void ComesOnScreen();
 

@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QImage>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +15,7 @@
 #include "StartUp.hpp"
 #include "WindowBench.hpp"
 #include "core/TextFile.hpp"
+#include "ui/AboutTexts.hpp"
 #include "ui/frmAbout.hpp"
 
 namespace Tamber {
@@ -165,6 +168,55 @@ TEST_F(SmallDialogsTest, AboutBoxClosesAfterThreeSecondsOrAtAClickOnItsBackgroun
         EXPECT_FALSE(dialog->isVisible());
     });
     EXPECT_TRUE(bench.window->isVisible());
+}
+
+// The part of a picture that is not of its first pixel's colour, and the strongest of these pixels.
+struct Ink {
+    QRect bounds;
+    QColor color;
+};
+
+Ink InkOf(const QImage& picture) {
+    Ink ink;
+    const QColor ground = picture.pixelColor(0, 0);
+    int farthest = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor here = picture.pixelColor(x, y);
+            const int distance = std::abs(here.red() - ground.red()) +
+                                 std::abs(here.green() - ground.green()) +
+                                 std::abs(here.blue() - ground.blue());
+            if (distance > 0)
+                ink.bounds |= QRect(x, y, 1, 1);
+            if (distance > farthest) {
+                farthest = distance;
+                ink.color = here;
+            }
+        }
+    return ink;
+}
+
+TEST(Splash, LettersEveryTextInItsPlaceSizeAndColour) {
+    WindowDesktop desktop;
+    frmAbout splash(nullptr, desktop);
+    int shown = 0;
+    for (auto* label : splash.findChildren<QLabel*>(QRegularExpression("^lblAbout"))) {
+        const Ink ink = InkOf(label->grab().toImage());
+        EXPECT_EQ(ink.bounds.isEmpty(), label->text().isEmpty());
+        if (label->text().isEmpty())
+            continue;
+        ++shown;
+        const AboutText& about = AboutTexts[label->objectName().last(1).toUInt()];
+        EXPECT_EQ(label->text(), about.text);
+        EXPECT_EQ(ink.color, about.color);
+        EXPECT_NEAR(ink.bounds.center().x(), label->width() / 2, 2) << about.text;
+        EXPECT_TRUE(label->rect().adjusted(1, 1, -1, -1).contains(ink.bounds)) << about.text;
+        // From the top of its capitals to its baseline or below, a text of a point's 4/3 pixels.
+        const double height = ink.bounds.height() / (about.points * 4 / 3);
+        EXPECT_GT(height, 0.6) << about.text;
+        EXPECT_LT(height, 1.3) << about.text;
+    }
+    EXPECT_GE(shown, 3);
 }
 
 TEST(Splash, BringsUpTheMainWindowOnce) {

@@ -118,14 +118,18 @@ QString OutsideText(const std::string& bytes) {
                            : text;
 }
 
+QFont Fitted(QFont font, const QString& text, int width) {
+    font.setStretch(QFont::Unstretched);
+    const int needed = QFontMetrics(font).horizontalAdvance(text);
+    if (needed > width && width > 0)
+        font.setStretch(std::max(NarrowestStretch, 100 * width / needed));
+    return font;
+}
+
 void ShowFitted(QLabel& label, const QString& text) {
     if (label.text() == text)
         return;
-    QFont font = label.font();
-    font.setStretch(QFont::Unstretched);
-    const int needed = QFontMetrics(font).horizontalAdvance(text);
-    if (needed > label.width() && label.width() > 0)
-        font.setStretch(std::max(NarrowestStretch, 100 * label.width() / needed));
+    const QFont font = Fitted(label.font(), text, label.width());
     if (font != label.font())
         label.setFont(font);
     label.setText(text);

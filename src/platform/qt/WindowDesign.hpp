@@ -54,8 +54,11 @@ QGroupBox* MakeFrame(const QString& caption, QWidget* parent);
 /// are taken as Latin-1.
 QString OutsideText(const std::string& bytes);
 
-/// Shows `text` in `label` as it stands. A text too wide for the label is set narrower, down to
-/// three quarters, rather than cut off. A text that is already there is not painted again.
+/// `font`, set narrower, down to three quarters, where `text` is wider than `width` pixels.
+QFont Fitted(QFont font, const QString& text, int width);
+
+/// Shows `text` in `label` as it stands, fitted rather than cut off. A text that is already there
+/// is not painted again.
 void ShowFitted(QLabel& label, const QString& text);
 
 }  // namespace Tamber
