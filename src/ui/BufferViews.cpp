@@ -16,8 +16,11 @@ bool BufferViews::HasEeprom() const {
     return program_.catalogue.Record(program_.settings.SelectedDevice).EepromBytes != 0;
 }
 
+// The title is set last: the area fits it into the frame anew at every step of the making.
 QMdiSubWindow* BufferViews::MakeView(QWidget* form, int clientWidth, int clientHeight) {
     auto* view = new QMdiSubWindow;
+    const QString title = form->windowTitle();
+    form->setWindowTitle(QString());
     view->setWidget(form);
     view->setAttribute(Qt::WA_DeleteOnClose);
     area_.addSubWindow(view);
@@ -25,6 +28,7 @@ QMdiSubWindow* BufferViews::MakeView(QWidget* form, int clientWidth, int clientH
     view->resize(Pixels(clientWidth) + frame.left() + frame.right(),
                  Pixels(clientHeight) + frame.top() + frame.bottom());
     view->move(0, 0);
+    form->setWindowTitle(title);
     return view;
 }
 

@@ -1,6 +1,7 @@
 #include "ui/Opening.hpp"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QIcon>
 
 #include "platform/qt/WindowDesign.hpp"
@@ -9,11 +10,14 @@ namespace Tamber {
 
 namespace {
 
-// What the main window takes time for, done while the splash stands: the readers of pictures, and
-// the system's fonts.
+// What the main window takes time for, done while the splash stands: the readers of pictures, the
+// system's list of fonts, and the letters of those that the windows show.
 void MakeReady() {
     QApplication::setWindowIcon(ApplicationIcon());
-    SansSerifFont();
+    const QString letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz :/.()";
+    for (const QFont& font :
+         {QApplication::font(), SansSerifFont(), CourierFont(9.75, true), CourierFont(9.75, false)})
+        QFontMetrics(font).horizontalAdvance(letters);
 }
 
 }  // namespace
