@@ -7,7 +7,6 @@
 #include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
-
 namespace {
 
 // What the main window takes time for, done while the splash stands: the readers of pictures, the
