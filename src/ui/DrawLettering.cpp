@@ -30,23 +30,24 @@ QPainterPath Outline(const AboutText& about) {
         .map(outline);
 }
 
+int Fail(const char* reason) {
+    std::fprintf(stderr, "tamber-lettering: %s\n", reason);
+    return 1;
+}
+
 }  // namespace
 
 int main(int count, char** values) {
     QGuiApplication application(count, values);
-    QFile file(count == 2 ? values[1] : "");
-    if (!file.open(QIODevice::WriteOnly)) {
-        std::fprintf(stderr, "tamber-lettering: the file named to it cannot be written\n");
-        return 2;
-    }
     QList<QPainterPath> outlines;
     for (const AboutText& about : AboutTexts) {
         outlines.append(Outline(about));
-        if (outlines.last().isEmpty() && *about.text) {
-            std::fprintf(stderr, "tamber-lettering: no font is installed that has outlines\n");
-            return 1;
-        }
+        if (outlines.last().isEmpty() && *about.text)
+            return Fail("no font is installed that has outlines");
     }
+    QFile file(count == 2 ? values[1] : "");
+    if (!file.open(QIODevice::WriteOnly))
+        return Fail("the file that is named to it cannot be opened");
     WriteLettering(file, outlines);
-    return file.flush() ? 0 : 1;
+    return file.flush() ? 0 : Fail("the file that is named to it cannot be written");
 }
