@@ -12,6 +12,7 @@
 #include "BoardProcess.hpp"
 #include "StartUp.hpp"
 #include "core/AutoSequence.hpp"
+#include "platform/PortPath.hpp"
 
 namespace Tamber::Bench {
 namespace {
@@ -85,15 +86,12 @@ Spent FunctionDriver::TimeOut(const std::filesystem::path& folder) {
     const auto timer = desktop.NewTimer();
     LinkState state;
     ProgrammerLink link(state, *port, *timer, desktop.Events());
-    Require(!link.OpenPort(1), "cannot open the silent board's port");
-    link.SendCommand(CommandRead);
-    state.ExpectedReplyLength = ReadReplyLength;
+    Require(link.OpenPort(PortPath(folder, 1)).has_value(), "cannot open the silent board's port");
     LetEventsRun(20);
     const Moment begin = Moment::Now();
-    link.WaitForReply();
+    const bool answered = link.RequestBlock(0).has_value();
     const Spent spent = Moment::Now().Since(begin);
-    Require(state.ReplyTimedOut,
-            "the silent board has answered with " + std::to_string(port->InBufferCount()));
+    Require(!answered, "the silent board has answered");
     return spent;
 }
 

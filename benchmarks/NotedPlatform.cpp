@@ -11,8 +11,8 @@ class NotedSerialControl final : public SerialControl {
     NotedSerialControl(std::unique_ptr<SerialControl> port, Notes& notes)
         : port_(std::move(port)), notes_(notes) {}
 
-    std::optional<std::string> PortOpen(int commPort, std::string_view settings) override {
-        return port_->PortOpen(commPort, settings);
+    tl::expected<void, std::string> PortOpen(const std::filesystem::path& path) override {
+        return port_->PortOpen(path);
     }
 
     void Output(std::span<const std::uint8_t> bytes) override {

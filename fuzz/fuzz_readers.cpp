@@ -27,25 +27,25 @@ bool SameRecords(const HexRecordTable& one, const HexRecordTable& other) {
 }
 
 void ReadAsHexFile(std::string_view text, std::size_t cut) {
-    HexRecordTable table;
-    if (ReadHexRecords(text, table).Outcome != HexOutcome::Loaded)
+    const auto table = ReadHexRecords(text);
+    if (!table)
         return;
     MemoryImage image;
-    CopyRecords(table, image);
+    CopyRecords(*table, image);
 
-    HexRecordTable partTable;
-    const HexOutcome part = ReadHexRecords(text.substr(0, cut), partTable).Outcome;
-    if (part == HexOutcome::Loaded)
-        Require(SameRecords(table, partTable), "a cut file loads as the whole");
+    const auto part = ReadHexRecords(text.substr(0, cut));
+    if (part)
+        Require(SameRecords(*table, *part), "a cut file loads as the whole");
     else
-        Require(part == HexOutcome::ChecksumError || part == HexOutcome::NoEndRecord,
+        Require(part.error().Fault == HexFault::ChecksumError ||
+                    part.error().Fault == HexFault::NoEndRecord,
                 "a cut file that does not load says so");
 
     const std::string saved = HexFileText(image, MemoryImage::ProgramWordsMax);
-    HexRecordTable savedTable;
-    Require(ReadHexRecords(saved, savedTable).Outcome == HexOutcome::Loaded, "a saved file loads");
+    const auto savedTable = ReadHexRecords(saved);
+    Require(savedTable.has_value(), "a saved file loads");
     MemoryImage again = image;
-    CopyRecords(savedTable, again);
+    CopyRecords(*savedTable, again);
     Require(again == image, "what is saved loads back the same");
 }
 
@@ -53,24 +53,16 @@ void ReadAsFields(std::string_view text) {
     constexpr std::int32_t least = -1000;
     constexpr std::int32_t most = 70'000;
     FieldReader fields("file", text);
-    for (std::size_t count = 0;; ++count) {
+    for (std::size_t count = 0; !fields.Failure(); ++count) {
         Require(count <= text.size() + 1, "every field takes a character");
-        // A text takes what a number leaves; only the end of the file stops both.
-        const bool number = count % 2 == 0;
-        if (number) {
-            const auto read = fields.ReadNumber("number", least, most);
-            if (read.Ok())
-                Require(read.Value() >= least && read.Value() <= most, "numbers keep the range");
-            else
-                Require(read.Failure().Line >= 1 && read.Failure().Field >= 1,
-                        "a failure names a line and a field");
-        } else if (const auto read = fields.ReadText("text"); !read.Ok()) {
-            return;
-        } else {
-            Require(read.Value().find_first_of("\r\n") == std::string::npos,
+        if (count % 2 == 0)
+            Require(fields.ReadText("text").find_first_of("\r\n") == std::string::npos,
                     "a field ends at its line's end");
-        }
+        else if (const int number = fields.ReadNumber("number", least, most); !fields.Failure())
+            Require(number >= least && number <= most, "numbers keep the range");
     }
+    Require(fields.Failure()->Line >= 1 && fields.Failure()->Field >= 1,
+            "a failure names a line and a field");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "StartUp.hpp"
 
+#include <utility>
+
 namespace Tamber {
 
 std::filesystem::path SettingsFile(const modFunc& program) {
@@ -14,14 +16,18 @@ std::filesystem::path AutoSequenceFile(const modFunc& program) {
     return program.AppPath / "auto.cfg";
 }
 
-std::optional<FileFailure> StartUp(const std::filesystem::path& directory, modFunc& program) {
+tl::expected<void, FileFailure> StartUp(const std::filesystem::path& directory, modFunc& program) {
     program.AppPath = directory;
-    if (auto failure = LoadSettings(SettingsFile(program), program.settings))
-        return failure;
-    if (auto failure =
-            program.catalogue.Load(DeviceListFile(program), program.settings.DeviceCount))
-        return failure;
-    return LoadAutoSequence(AutoSequenceFile(program), program.autoSequence);
+    return LoadSettings(SettingsFile(program))
+        .and_then([&](const Settings& settings) {
+            program.settings = settings;
+            return DeviceCatalogue::Load(DeviceListFile(program), settings.DeviceCount);
+        })
+        .and_then([&](DeviceCatalogue catalogue) {
+            program.catalogue = std::move(catalogue);
+            return LoadAutoSequence(AutoSequenceFile(program));
+        })
+        .map([&](const AutoSequence& series) { program.autoSequence = series; });
 }
 
 }  // namespace Tamber

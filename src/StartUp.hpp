@@ -1,7 +1,7 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
+#include <tl/expected.hpp>
 
 #include "core/FileFailure.hpp"
 #include "modFunc.hpp"
@@ -15,7 +15,7 @@ std::filesystem::path AutoSequenceFile(const modFunc& program);
 
 /// Fills `program` from the data files of `directory`: settings, then device list, then Auto
 /// series. Stops at the first failure; nothing is ever written.
-[[nodiscard]] std::optional<FileFailure> StartUp(const std::filesystem::path& directory,
-                                                 modFunc& program);
+[[nodiscard]] tl::expected<void, FileFailure> StartUp(const std::filesystem::path& directory,
+                                                      modFunc& program);
 
 }  // namespace Tamber

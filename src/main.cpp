@@ -28,22 +28,22 @@ int main(int, char** argv) {
     int argumentCount = 1;  // the program takes no options, Qt's own included
     modFunc program;
     std::error_code error;
-    const auto failure = StartUp(std::filesystem::current_path(error), program);
+    const auto started = StartUp(std::filesystem::current_path(error), program);
 
     const bool displayChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     LetDisplayBeMissing();
     QApplication application(argumentCount, argv);
     const bool display = displayChosen || QGuiApplication::platformName() != "offscreen";
 
-    if (failure)
-        std::cerr << "Tamber: " << Describe(*failure) << std::endl;
+    if (!started)
+        std::cerr << "Tamber: " << Describe(started.error()) << std::endl;
     if (!display)
         std::cerr << "Tamber: no display can be opened; start it on a desktop." << std::endl;
 
     QtPlatform platform(program.AppPath);
-    if (failure && display)
-        platform.Boxes().Show(Describe(*failure), ProgramTitle, BoxIcon::Critical);
-    if (failure || !display)
+    if (!started && display)
+        platform.Boxes().Show(Describe(started.error()), ProgramTitle, BoxIcon::Critical);
+    if (!started || !display)
         return EXIT_FAILURE;
 
     // The main window says when the program ends; a box closed before it appears does not.

@@ -22,4 +22,9 @@ struct modFunc {
     bool SelectionCancelled = false;  ///< the device selection was last left with Cancel
 };
 
+/// The record of the selected device; an empty one when none is selected.
+inline const DeviceRecord& SelectedRecord(const modFunc& program) {
+    return program.catalogue.Record(program.settings.SelectedDevice);
+}
+
 }  // namespace Tamber

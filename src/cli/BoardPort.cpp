@@ -22,7 +22,8 @@ Outcome BoardPort::Make() {
         const PortChoice choice = ChoosePort(context_.Asked.Port, context_.Program);
         name_ = choice.Path.string();
         commPort_ = choice.CommPort;
-        control_ = context_.Host.NewSerialControl(choice.Path);
+        path_ = choice.Path;
+        control_ = context_.Host.NewSerialControl();
     }
     context_.Facts["port"] = name_;
     return context_.Asked.Trace.empty() ? Outcome{} : AddTrace();
@@ -36,8 +37,8 @@ Outcome BoardPort::MakeSimulated() {
     control_ = std::move(simulated);
     const std::filesystem::path& socket = context_.Asked.Socket;
     if (!socket.empty())
-        if (const auto reason = simulated_->LoadSocket(socket))
-            return Failed(ExitStatus::FileUnusable, socket.string() + ": " + *reason);
+        if (const auto loaded = simulated_->LoadSocket(socket); !loaded)
+            return Failed(ExitStatus::FileUnusable, socket.string() + ": " + loaded.error());
     return {};
 }
 
@@ -56,8 +57,8 @@ Outcome BoardPort::SaveSocket() const {
     const std::filesystem::path& socket = context_.Asked.Socket;
     if (!simulated_ || socket.empty())
         return {};
-    if (const auto reason = simulated_->SaveSocket(socket))
-        return Failed(ExitStatus::FileUnusable, socket.string() + ": " + *reason);
+    if (const auto saved = simulated_->SaveSocket(socket); !saved)
+        return Failed(ExitStatus::FileUnusable, socket.string() + ": " + saved.error());
     return {};
 }
 

@@ -27,6 +27,7 @@ class BoardPort {
     /// The port's number; none when it was given as a path.
     std::optional<int> CommPort() const { return commPort_; }
     const std::string& Name() const { return name_; }
+    const std::filesystem::path& Path() const { return path_; }
 
     /// Puts the simulated socket's contents where the arguments want them.
     [[nodiscard]] Outcome SaveSocket() const;
@@ -39,6 +40,7 @@ class BoardPort {
     Context& context_;
     std::chrono::microseconds start_;
     std::string name_;
+    std::filesystem::path path_;
     std::optional<int> commPort_;
     std::unique_ptr<std::ostream> trace_;
     SimulatedSerialControl* simulated_ = nullptr;

@@ -1,9 +1,11 @@
 #include "cli/BoardSession.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <nlohmann/json.hpp>
 
 #include "link/BoardIdentity.hpp"
+#include "operations/DeviceFunctions.hpp"
 
 namespace Tamber::Cli {
 namespace {
@@ -13,28 +15,23 @@ constexpr std::chrono::milliseconds Silence(20);
 
 constexpr char LostText[] = "The port went away.";
 
-bool NoErase(const DeviceRecord& device) {
-    return device.EraseSupported == 0;
-}
-
 }  // namespace
 
 BoardSession::BoardSession(Context& context)
-    : context_(context), display_(context.Screen), boxes_(context.Screen), port_(context) {}
+    : context_(context),
+      display_(context.Screen, [this] { return StopRequested(); }),
+      boxes_(context.Screen),
+      port_(context) {}
 
-void BoardSession::FunctionBegins(std::int16_t functionCode) {
-    lastFunction_ = functionCode;
-    if (functionShown_)
-        display_.BeginFunction(FunctionName(functionCode));
-    if (functionCode == FunctionErase && NoErase(context_.Device()))
-        eraseRefused_ = true;
+bool BoardSession::RanLast(FunctionCode function) const {
+    return !display_.Reports().empty() && display_.Reports().back().Function == function;
 }
 
 bool BoardSession::Ended() const {
     return context_.Host.Interrupted() || port_.Control().PortLost();
 }
 
-bool BoardSession::StopRequested() {
+bool BoardSession::StopRequested() const {
     return Ended() || (running_ && running_->DeviceFault);
 }
 
@@ -50,11 +47,11 @@ Outcome BoardSession::Open() {
 }
 
 Outcome BoardSession::OpenPort() {
-    const int commPort = port_.CommPort().value_or(0);
-    const auto reason = link_->OpenPort(static_cast<std::int16_t>(commPort));
-    if (!reason)
+    const auto opened = link_->OpenPort(port_.Path());
+    if (opened)
         return {};
-    const std::string text = port_.CommPort() ? PortFailureText(commPort, *reason) : *reason;
+    const std::string text =
+        port_.CommPort() ? PortFailureText(*port_.CommPort(), opened.error()) : opened.error();
     return Failed(ExitStatus::PortNotOpened, std::string(PortFailureTitle) + ": " + text);
 }
 
@@ -75,7 +72,7 @@ Outcome BoardSession::Identify() {
         return Failed(ExitStatus::NoBoard, std::string(NoReplyTitle) + ": " + NoReplyText + "\n" +
                                                what + "\nIs the board connected and switched on?");
     }
-    const BoardIdentity identity = IdentityOf(context_.Program.link.ReplyBytes);
+    const BoardIdentity& identity = context_.Program.link.Board;
     context_.Facts["board"] = {{"name", identity.Name}, {"version", identity.Version}};
     return {};
 }
@@ -83,12 +80,9 @@ Outcome BoardSession::Identify() {
 Outcome BoardSession::Run(std::int16_t functionCode, const Regions& regions) {
     FunctionRun run(context_.Device(), context_.Program.image, context_.Program.autoSequence,
                     *link_, *tmrWait_, context_.Host.Events(), boxes_, display_);
-    run.SetWatch(*this);
     running_ = &run;
-    functionShown_ = true;
-    run.TellDeviceType();
+    link_->SelectDeviceType(context_.Device().TypeCode);
     run.Run(functionCode, regions);
-    functionShown_ = false;
     running_ = nullptr;
     TellReports();
     return OutcomeOf(run);
@@ -96,15 +90,12 @@ Outcome BoardSession::Run(std::int16_t functionCode, const Regions& regions) {
 
 Outcome BoardSession::ReadQuietly(const Regions& regions, MemoryImage& image,
                                   const std::string& heading) {
-    BarDisplay display(context_.Screen, heading);
-    const std::int16_t before = lastFunction_;
+    BarDisplay display(context_.Screen, heading, [this] { return StopRequested(); });
     FunctionRun run(context_.Device(), image, context_.Program.autoSequence, *link_, *tmrWait_,
                     context_.Host.Events(), boxes_, display);
-    run.SetWatch(*this);
     running_ = &run;
     run.Run(FunctionRead, regions);
     running_ = nullptr;
-    lastFunction_ = before;
     return OutcomeOf(run);
 }
 
@@ -123,14 +114,19 @@ Outcome BoardSession::OutcomeOf(const FunctionRun& run) const {
         return Failed(RanLast(FunctionProgram)  ? ExitStatus::ProgrammingFailed
                       : RanLast(FunctionVerify) ? ExitStatus::DifferencesFound
                                                 : ExitStatus::NotBlank);
-    return eraseRefused_ ? Failed(ExitStatus::EraseUnavailable) : Outcome{};
+    const bool eraseRefused =
+        context_.Device().EraseSupported == 0 &&
+        std::ranges::find(display_.Reports(), FunctionErase, &FunctionReport::Function) !=
+            display_.Reports().end();
+    return eraseRefused ? Failed(ExitStatus::EraseUnavailable) : Outcome{};
 }
 
 void BoardSession::TellReports() {
     auto& functions = context_.Facts["functions"];
     functions = nlohmann::ordered_json::array();
-    for (const auto& [name, lines] : display_.Reports())
-        functions.push_back({{"name", name}, {"lines", lines}});
+    for (const FunctionReport& report : display_.Reports())
+        functions.push_back(
+            {{"name", FindFunction(report.Function)->Name}, {"lines", report.Lines}});
 }
 
 }  // namespace Tamber::Cli

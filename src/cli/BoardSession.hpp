@@ -13,7 +13,7 @@ namespace Tamber::Cli {
 
 /// One visit to a board: the port is opened, the board identified, functions run. The port closes
 /// and the trace ends with the session.
-class BoardSession : private FunctionWatch {
+class BoardSession {
   public:
     explicit BoardSession(Context& context);
 
@@ -30,12 +30,11 @@ class BoardSession : private FunctionWatch {
     /// Puts the socket's contents where the arguments want them. To be called when all is done.
     [[nodiscard]] Outcome Close() const { return port_.SaveSocket(); }
 
-    /// True when the function that ran last was `functionCode`.
-    bool RanLast(std::int16_t functionCode) const { return lastFunction_ == functionCode; }
+    /// True when the function that ran last was `function`.
+    bool RanLast(FunctionCode function) const;
 
   private:
-    void FunctionBegins(std::int16_t functionCode) override;
-    bool StopRequested() override;
+    bool StopRequested() const;
 
     // The user wants an end, or the port has gone away.
     bool Ended() const;
@@ -54,9 +53,6 @@ class BoardSession : private FunctionWatch {
     std::unique_ptr<WindowTimer> tmrWait_;
     std::optional<ProgrammerLink> link_;
     const FunctionRun* running_ = nullptr;
-    bool functionShown_ = false;
-    bool eraseRefused_ = false;
-    std::int16_t lastFunction_ = -1;
 };
 
 }  // namespace Tamber::Cli

@@ -6,6 +6,7 @@
 #include "cli/VerifyReport.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
+#include "operations/DeviceFunctions.hpp"
 
 namespace Tamber::Cli {
 namespace {
@@ -69,12 +70,12 @@ Outcome RunFunction(Context& context) {
 
 // The first entry of the series that needs an image there is none for; empty when none does.
 std::string_view EntryWithoutImage(const AutoSequence& series) {
-    for (int entry = 1; entry <= series.AutoCount; ++entry) {
-        const std::int16_t code = series.Entries[static_cast<std::size_t>(entry)];
+    for (const std::int16_t code : series.Codes()) {
+        const DeviceFunction* function = FindSeriesFunction(code);
         if (code == FunctionRead)
             return {};
-        if (code == FunctionProgram || code == FunctionVerify)
-            return FunctionName(code);
+        if (function && function->NeedsImage)
+            return function->Name;
     }
     return {};
 }
@@ -85,7 +86,7 @@ Outcome Identify(Context& context) {
     BoardSession session(context);
     if (auto outcome = session.Open(); !outcome.Done())
         return outcome;
-    context.Screen.Asked(Describe(IdentityOf(context.Program.link.ReplyBytes)));
+    context.Screen.Asked(Describe(context.Program.link.Board));
     return {};
 }
 
@@ -120,8 +121,8 @@ Outcome ReadToFile(Context& context) {
         return Failed(ExitStatus::FileUnusable, "Standard output cannot be written.");
     if (file == "-")
         return {};
-    if (const auto reason = SaveHexFile(file, context.Program.image, words))
-        return Failed(ExitStatus::FileUnusable, file + ": " + *reason);
+    if (const auto saved = SaveHexFile(file, context.Program.image, words); !saved)
+        return Failed(ExitStatus::FileUnusable, file + ": " + saved.error());
     return {};
 }
 

@@ -9,7 +9,7 @@
 namespace Tamber::Cli {
 namespace {
 
-using TextResult = Result<std::string, Outcome>;
+using TextResult = tl::expected<std::string, Outcome>;
 
 std::string Shown(const Context& context) {
     return context.Asked.File == "-" ? "standard input" : context.Asked.File;
@@ -21,24 +21,24 @@ TextResult ReadStream(std::istream& stream) {
     while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
         text.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
         if (text.size() > HexFileSizeMax)
-            return TextResult::Failed(
+            return tl::unexpected(
                 Failed(ExitStatus::FileUnusable, "standard input: File too large"));
     }
-    return TextResult::Success(std::move(text));
+    return text;
 }
 
 // The line that the loader refuses, in words.
 std::string Culprit(const HexInspection& inspection) {
     for (const HexFinding& finding : inspection.Findings)
-        if (finding.Line == inspection.Load.Line)
+        if (finding.Line == inspection.Refusal->Line)
             return "Line " + std::to_string(finding.Line) + ", column " +
                    std::to_string(finding.Column) + ": " + finding.Wrong + " " + finding.Remedy;
-    return "Line " + std::to_string(inspection.Load.Line) + " cannot be read.";
+    return "Line " + std::to_string(inspection.Refusal->Line) + " cannot be read.";
 }
 
 Outcome Refusal(const Context& context, const HexInspection& inspection) {
     std::string text = Shown(context) + " cannot be loaded.";
-    if (const auto known = HexFailureText(inspection.Load.Outcome); !known.empty())
+    if (const auto known = HexFailureText(inspection.Refusal->Fault); !known.empty())
         text = std::string(HexFailureTitle) + ": " + std::string(known) + "\n" + text;
     return Failed(ExitStatus::FileUnusable, text + "\n" + Culprit(inspection));
 }
@@ -53,11 +53,10 @@ bool HoldsMoreThanDevice(const HexInspection& inspection) {
 TextResult ReadHexText(Context& context) {
     if (context.Asked.File == "-")
         return ReadStream(context.Screen.In());
-    auto text = ReadTextFile(context.Asked.File, HexFileSizeMax);
-    if (!text.Ok())
-        return TextResult::Failed(
-            Failed(ExitStatus::FileUnusable, context.Asked.File + ": " + text.Failure()));
-    return TextResult::Success(std::move(text.Value()));
+    return ReadTextFile(context.Asked.File, HexFileSizeMax)
+        .map_error([&](const std::string& reason) {
+            return Failed(ExitStatus::FileUnusable, context.Asked.File + ": " + reason);
+        });
 }
 
 void BlankImage(Context& context) {
@@ -69,11 +68,11 @@ void BlankImage(Context& context) {
 
 Outcome LoadHexInput(Context& context) {
     const TextResult text = ReadHexText(context);
-    if (!text.Ok())
-        return text.Failure();
-    const HexInspection inspection = InspectHexText(text.Value(), context.Device());
-    HexRecordTable table;
-    if (ReadHexRecords(text.Value(), table).Outcome != HexOutcome::Loaded)
+    if (!text)
+        return text.error();
+    const HexInspection inspection = InspectHexText(*text, context.Device());
+    const auto records = ReadHexRecords(*text);
+    if (!records)
         return Refusal(context, inspection);
     if (inspection.WordAddressed)
         return Failed(ExitStatus::FileUnusable,
@@ -81,7 +80,7 @@ Outcome LoadHexInput(Context& context) {
                           " is word-addressed with swapped bytes (INHX16).\nHave the assembler "
                           "write INHX8M or INHX32.");
     BlankImage(context);
-    CopyRecords(table, context.Program.image);
+    CopyRecords(*records, context.Program.image);
     if (HoldsMoreThanDevice(inspection))
         context.Screen.Note(Shown(context) + " holds words that " + context.Device().Name +
                             " has no place for; tamber-cli inspect tells which.");

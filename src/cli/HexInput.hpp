@@ -2,14 +2,14 @@
 
 #include <istream>
 #include <string>
+#include <tl/expected.hpp>
 
 #include "cli/Context.hpp"
-#include "core/Result.hpp"
 
 namespace Tamber::Cli {
 
 /// The text of the HEX file that the arguments name, or of standard input.
-Result<std::string, Outcome> ReadHexText(Context& context);
+[[nodiscard]] tl::expected<std::string, Outcome> ReadHexText(Context& context);
 
 /// Blanks the image for the device and loads that file into it. What the file holds and the device
 /// does not is mentioned.

@@ -58,8 +58,8 @@ Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device
     Json facts{{"lines", inspection.Lines},
                {"dataRecords", inspection.DataRecords},
                {"linesBehindEnd", inspection.LinesBehindEnd},
-               {"loadable", inspection.Load.Outcome == HexOutcome::Loaded},
-               {"refusedAtLine", inspection.Load.Line},
+               {"loadable", !inspection.Refusal},
+               {"refusedAtLine", inspection.Refusal ? inspection.Refusal->Line : 0},
                {"wordAddressed", inspection.WordAddressed}};
     facts["places"] = List(inspection.Uses, UseFacts);
     facts["outsideBlank"] = inspection.OutsideBlank;

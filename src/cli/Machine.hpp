@@ -6,9 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/EventDelivery.hpp"
-#include "platform/SerialControl.hpp"
-#include "platform/WindowTimer.hpp"
+#include "platform/Machine.hpp"
 
 namespace Tamber::Cli {
 
@@ -19,17 +17,9 @@ struct SerialPortEntry {
     std::filesystem::path StablePath;  ///< keeps leading to the same adapter; empty: there is none
 };
 
-/// What the program needs of the machine it runs on. It outlives everything it makes.
-class Machine {
+/// What the companion needs of the machine besides.
+class Machine : public Tamber::Machine {
   public:
-    virtual ~Machine() = default;
-
-    virtual EventDelivery& Events() = 0;
-    virtual std::unique_ptr<WindowTimer> NewTimer() = 0;
-
-    /// A control for the port behind `path`, whatever number it is opened with.
-    virtual std::unique_ptr<SerialControl> NewSerialControl(const std::filesystem::path& path) = 0;
-
     virtual std::vector<SerialPortEntry> SerialPorts() = 0;
 
     /// The time since any fixed moment; it never runs backwards.

@@ -4,15 +4,15 @@ namespace Tamber::Cli {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> MakePortLink(const fs::path& folder, int commPort,
-                                        const fs::path& port) {
+tl::expected<void, std::string> MakePortLink(const fs::path& folder, int commPort,
+                                             const fs::path& port) {
     const fs::path link = folder / ("com" + std::to_string(commPort));
     std::error_code error;
     if (fs::exists(fs::symlink_status(link, error)) && !fs::is_symlink(link, error))
-        return link.string() + " is no link and is left alone.";
+        return tl::unexpected(link.string() + " is no link and is left alone.");
     const fs::path target = fs::absolute(port, error);
     if (!fs::exists(target, error))
-        return target.string() + ": there is no such port.";
+        return tl::unexpected(target.string() + ": there is no such port.");
     // Made under another name first: COMn leads somewhere at every moment.
     fs::path fresh = link;
     fresh += ".new";
@@ -21,8 +21,8 @@ std::optional<std::string> MakePortLink(const fs::path& folder, int commPort,
     if (!error)
         fs::rename(fresh, link, error);
     if (error)
-        return link.string() + ": " + error.message();
-    return std::nullopt;
+        return tl::unexpected(link.string() + ": " + error.message());
+    return {};
 }
 
 fs::path StablePathOf(const fs::path& port, const fs::path& folder) {

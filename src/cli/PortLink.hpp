@@ -1,16 +1,16 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
+#include <tl/expected.hpp>
 
 namespace Tamber::Cli {
 
 /// Makes COM`commPort` of the working folder stand for `port`, by a link there. A link that was
-/// there is replaced, anything else left alone. Returns why that failed.
-[[nodiscard]] std::optional<std::string> MakePortLink(const std::filesystem::path& folder,
-                                                      int commPort,
-                                                      const std::filesystem::path& port);
+/// there is replaced, anything else left alone.
+[[nodiscard]] tl::expected<void, std::string> MakePortLink(const std::filesystem::path& folder,
+                                                           int commPort,
+                                                           const std::filesystem::path& port);
 
 /// The link of `folder` (/dev/serial/by-id on most systems) that leads to `port`; empty when there
 /// is none.

@@ -53,9 +53,10 @@ void HintStablePath(Context& context, const fs::path& path) {
 
 Outcome ShowPorts(Context& context) {
     if (const auto& setting = context.Asked.Setting) {
-        if (const auto reason =
-                MakePortLink(context.Program.AppPath, setting->CommPort, setting->Path))
-            return Failed(ExitStatus::FileUnusable, *reason);
+        if (const auto made =
+                MakePortLink(context.Program.AppPath, setting->CommPort, setting->Path);
+            !made)
+            return Failed(ExitStatus::FileUnusable, made.error());
         HintStablePath(context, setting->Path);
     }
     context.Facts["com"] = nlohmann::ordered_json::array();

@@ -22,10 +22,8 @@ std::unique_ptr<WindowTimer> QtMachine::NewTimer() {
     return std::make_unique<QtWindowTimer>();
 }
 
-std::unique_ptr<SerialControl> QtMachine::NewSerialControl(const std::filesystem::path& path) {
-    auto control = std::make_unique<QtSerialControl>(std::filesystem::path(), events_);
-    control->UsePath(path);
-    return control;
+std::unique_ptr<SerialControl> QtMachine::NewSerialControl() {
+    return std::make_unique<QtSerialControl>(events_);
 }
 
 std::vector<SerialPortEntry> QtMachine::SerialPorts() {

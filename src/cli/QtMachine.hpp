@@ -16,7 +16,7 @@ class QtMachine final : public Machine {
 
     EventDelivery& Events() override { return events_; }
     std::unique_ptr<WindowTimer> NewTimer() override;
-    std::unique_ptr<SerialControl> NewSerialControl(const std::filesystem::path& path) override;
+    std::unique_ptr<SerialControl> NewSerialControl() override;
     std::vector<SerialPortEntry> SerialPorts() override;
     std::chrono::microseconds Now() const override;
     bool Interrupted() const override;

@@ -21,12 +21,15 @@ Outcome OpenFolder(const Arguments& asked, modFunc& program) {
     const bool portGiven = !asked.Port.empty() || asked.Simulate;
     if (asked.Asked == Command::Ports || (asked.Asked == Command::Identify && portGiven))
         return {};
-    std::optional<FileFailure> failure;
-    if (asked.Asked == Command::Identify)
-        failure = LoadSettings(SettingsFile(program), program.settings);
-    else
-        failure = StartUp(program.AppPath, program);
-    return failure ? Unusable(*failure) : Outcome{};
+    if (asked.Asked != Command::Identify) {
+        const auto started = StartUp(program.AppPath, program);
+        return started ? Outcome{} : Unusable(started.error());
+    }
+    const auto settings = LoadSettings(SettingsFile(program));
+    if (!settings)
+        return Unusable(settings.error());
+    program.settings = *settings;
+    return {};
 }
 
 std::string UpperCase(std::string text) {

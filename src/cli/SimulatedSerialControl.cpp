@@ -25,28 +25,29 @@ SimulatedSerialControl::SimulatedSerialControl(const DeviceRecord& device,
                                                Simulator::BoardClock clock)
     : engine_(std::move(clock), ShapeOf(device)) {}
 
-std::optional<std::string> SimulatedSerialControl::LoadSocket(const std::filesystem::path& file) {
+tl::expected<void, std::string> SimulatedSerialControl::LoadSocket(
+    const std::filesystem::path& file) {
     std::error_code error;
     if (!std::filesystem::exists(file, error))
-        return std::nullopt;
+        return {};
     const auto text = ReadTextFile(file);
-    if (!text.Ok())
-        return text.Failure();
-    std::istringstream stream(text.Value());
+    if (!text)
+        return tl::unexpected(text.error());
+    std::istringstream stream(*text);
     if (const auto fault = Simulator::LoadHex(stream, engine_.Memory()))
-        return "line " + std::to_string(fault->line) + ": " + fault->cause;
-    return std::nullopt;
+        return tl::unexpected("line " + std::to_string(fault->line) + ": " + fault->cause);
+    return {};
 }
 
-std::optional<std::string> SimulatedSerialControl::SaveSocket(
+tl::expected<void, std::string> SimulatedSerialControl::SaveSocket(
     const std::filesystem::path& file) const {
     std::ostringstream text;
     Simulator::SaveHex(text, engine_.Memory());
     return ReplaceTextFile(file, text.str());
 }
 
-std::optional<std::string> SimulatedSerialControl::PortOpen(int, std::string_view) {
-    return std::nullopt;
+tl::expected<void, std::string> SimulatedSerialControl::PortOpen(const std::filesystem::path&) {
+    return {};
 }
 
 void SimulatedSerialControl::Output(std::span<const std::uint8_t> bytes) {

@@ -16,14 +16,14 @@ class SimulatedSerialControl final : public SerialControl {
     SimulatedSerialControl(const DeviceRecord& device, Simulator::BoardClock clock);
 
     /// Puts what a HEX file holds into the device; a file that does not exist leaves it blank.
-    /// Returns why that failed.
-    [[nodiscard]] std::optional<std::string> LoadSocket(const std::filesystem::path& file);
+    [[nodiscard]] tl::expected<void, std::string> LoadSocket(const std::filesystem::path& file);
 
-    /// Writes what the device holds to a HEX file. Returns why that failed.
-    [[nodiscard]] std::optional<std::string> SaveSocket(const std::filesystem::path& file) const;
+    /// Writes what the device holds to a HEX file.
+    [[nodiscard]] tl::expected<void, std::string> SaveSocket(
+        const std::filesystem::path& file) const;
 
-    [[nodiscard]] std::optional<std::string> PortOpen(int commPort,
-                                                      std::string_view settings) override;
+    [[nodiscard]] tl::expected<void, std::string> PortOpen(
+        const std::filesystem::path& path) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
     void Input(std::vector<std::uint8_t>& bytes) override;

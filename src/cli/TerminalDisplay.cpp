@@ -1,7 +1,5 @@
 #include "cli/TerminalDisplay.hpp"
 
-#include "operations/FunctionRun.hpp"
-
 namespace Tamber::Cli {
 
 void TerminalDisplay::LineBegins(int, const std::string& text) {
@@ -9,11 +7,15 @@ void TerminalDisplay::LineBegins(int, const std::string& text) {
     terminal_.ShowBar(heading_, 0);
 }
 
-void TerminalDisplay::LineEnds(int, const std::string& text) {
+void TerminalDisplay::FunctionBegins(FunctionCode function) {
+    reports_.push_back({function, {}, {}});
+}
+
+void TerminalDisplay::LineEnds(int, const std::string& text, const RegionResult& result) {
     heading_.clear();
-    if (!reports_.empty())
-        reports_.back().Lines.push_back(text);
-    terminal_.Result(text, text.ends_with(OkText) ? Tone::Good : Tone::Bad);
+    reports_.back().Lines.push_back(text);
+    reports_.back().Results.push_back(result);
+    terminal_.Result(text, result.Outcome == RegionOutcome::Good ? Tone::Good : Tone::Bad);
 }
 
 void TerminalDisplay::ProgressMoves(std::int16_t percent) {

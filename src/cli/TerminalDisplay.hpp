@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,32 +13,31 @@ namespace Tamber::Cli {
 
 /// What one device function had to say.
 struct FunctionReport {
-    std::string Function;
-    std::vector<std::string> Lines;  ///< as they ended
+    FunctionCode Function = FunctionRead;
+    std::vector<std::string> Lines;     ///< as they ended
+    std::vector<RegionResult> Results;  ///< what they came to, in the same order
 };
 
 /// Shows a run in the terminal, a line for each region and a bar while it lasts, and keeps what was
 /// shown.
 class TerminalDisplay final : public FunctionDisplay {
   public:
-    explicit TerminalDisplay(Terminal& terminal) : terminal_(terminal) {}
-
-    /// What follows belongs to this function.
-    void BeginFunction(std::string_view name) { reports_.push_back({std::string(name), {}}); }
+    /// `stop` is asked whether the run is to end.
+    TerminalDisplay(Terminal& terminal, std::function<bool()> stop)
+        : terminal_(terminal), stop_(std::move(stop)) {}
 
     const std::vector<FunctionReport>& Reports() const { return reports_; }
 
-    void RunBegins() override {}
     void RunEnds() override { terminal_.EraseBar(); }
-    void LinesCleared() override {}
+    void FunctionBegins(FunctionCode function) override;
     void LineBegins(int line, const std::string& text) override;
-    void LineEnds(int line, const std::string& text) override;
+    void LineEnds(int line, const std::string& text, const RegionResult& result) override;
     void ProgressMoves(std::int16_t percent) override;
-    void ReadCompletes() override {}
-    void ImageChanged(const Regions&) override {}
+    bool StopRequested() override { return stop_(); }
 
   private:
     Terminal& terminal_;
+    std::function<bool()> stop_;
     std::vector<FunctionReport> reports_;
     std::string heading_;  // empty: no region is under way
 };
@@ -45,21 +45,17 @@ class TerminalDisplay final : public FunctionDisplay {
 /// Shows nothing of a run but its bar, behind a heading of its own.
 class BarDisplay final : public FunctionDisplay {
   public:
-    BarDisplay(Terminal& terminal, std::string heading)
-        : terminal_(terminal), heading_(std::move(heading)) {}
+    BarDisplay(Terminal& terminal, std::string heading, std::function<bool()> stop)
+        : terminal_(terminal), heading_(std::move(heading)), stop_(std::move(stop)) {}
 
-    void RunBegins() override {}
     void RunEnds() override { terminal_.EraseBar(); }
-    void LinesCleared() override {}
-    void LineBegins(int, const std::string&) override {}
-    void LineEnds(int, const std::string&) override {}
     void ProgressMoves(std::int16_t percent) override { terminal_.ShowBar(heading_, percent); }
-    void ReadCompletes() override {}
-    void ImageChanged(const Regions&) override {}
+    bool StopRequested() override { return stop_(); }
 
   private:
     Terminal& terminal_;
     std::string heading_;
+    std::function<bool()> stop_;
 };
 
 /// Message boxes as lines on standard error. Nobody needs to close them.

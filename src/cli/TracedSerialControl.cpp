@@ -10,7 +10,7 @@ namespace Tamber::Cli {
 namespace {
 
 constexpr std::size_t CommandLength = CommandFrame(0).size();
-constexpr std::size_t ReadAddressLength = ReadAddressFrame({}).size();
+constexpr std::size_t ReadAddressLength = ReadAddressFrame(0).size();
 
 std::string CommandGloss(std::uint8_t letter) {
     switch (letter) {
@@ -57,8 +57,8 @@ TracedSerialControl::~TracedSerialControl() {
         sink_(Simulator::TraceLine(clock_(), '!', {}, "hung up, the port went away"));
 }
 
-std::optional<std::string> TracedSerialControl::PortOpen(int commPort, std::string_view settings) {
-    return port_->PortOpen(commPort, settings);
+tl::expected<void, std::string> TracedSerialControl::PortOpen(const std::filesystem::path& path) {
+    return port_->PortOpen(path);
 }
 
 void TracedSerialControl::Output(std::span<const std::uint8_t> bytes) {

@@ -21,8 +21,8 @@ class TracedSerialControl final : public SerialControl {
     TracedSerialControl(std::unique_ptr<SerialControl> port, Clock clock, LineSink sink);
     ~TracedSerialControl() override;
 
-    [[nodiscard]] std::optional<std::string> PortOpen(int commPort,
-                                                      std::string_view settings) override;
+    [[nodiscard]] tl::expected<void, std::string> PortOpen(
+        const std::filesystem::path& path) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
     void Input(std::vector<std::uint8_t>& bytes) override;

@@ -1,24 +1,24 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
-#include <string_view>
+#include <span>
+#include <tl/expected.hpp>
 
 #include "core/FileFailure.hpp"
 
 namespace Tamber {
 
-/// The device functions an Auto series may hold. The numbers are those of the series file and the
-/// rows of the function dialog's list.
+/// The device functions. The numbers are those of the series file.
 enum FunctionCode : std::int16_t {
     FunctionRead = 0,
     FunctionErase = 1,
     FunctionBlank = 2,
     FunctionProgram = 3,
     FunctionVerify = 4,
-    FunctionAuto = 5,  ///< a row of the dialog's list only, never an entry
+    FunctionAuto = 5,  ///< runs a series, and is never an entry of one
 };
 
 /// A series of device functions to run in one go.
@@ -27,23 +27,23 @@ struct AutoSequence {
 
     std::int16_t AutoCount = 0;  ///< entries in use, at most 20; below 1 nothing runs
     std::array<std::int16_t, LastEntry + 1> Entries{};  ///< 1..20, index 0 is never used
+
+    /// The codes of the entries in use, in running order.
+    std::span<const std::int16_t> Codes() const {
+        return std::span(Entries).subspan(1).first(
+            static_cast<std::size_t>(std::clamp<int>(AutoCount, 0, LastEntry)));
+    }
 };
 
 /// Reads the series: the count, then that many codes. Fails when the file cannot be read, is cut
-/// short, holds something that is no number, or counts more than 20 entries; `sequence` is then to
-/// be discarded. Codes outside 0..4 are taken as they are, and so is a negative count.
-[[nodiscard]] std::optional<FileFailure> LoadAutoSequence(const std::filesystem::path& file,
-                                                          AutoSequence& sequence);
+/// short, holds something that is no number, or counts more than 20 entries. Codes outside 0..4 are
+/// taken as they are, and so is a negative count.
+[[nodiscard]] tl::expected<AutoSequence, FileFailure> LoadAutoSequence(
+    const std::filesystem::path& file);
 
 /// Replaces the series file: the count, then the codes, one a line, each ended by CR LF. The file
 /// that was there stays as it was when that fails.
-[[nodiscard]] std::optional<FileFailure> SaveAutoSequence(const std::filesystem::path& file,
-                                                          const AutoSequence& sequence);
-
-/// The name under which a code 0..4 is listed ("Read", "Erase", ...); empty for any other.
-std::string_view FunctionName(std::int16_t code);
-
-/// The code of a name, by exact comparison; nothing for a text that is no name.
-std::optional<std::int16_t> FunctionCodeOf(std::string_view name);
+[[nodiscard]] tl::expected<void, FileFailure> SaveAutoSequence(const std::filesystem::path& file,
+                                                               const AutoSequence& sequence);
 
 }  // namespace Tamber

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
+#include <tl/expected.hpp>
 
 #include "core/FileFailure.hpp"
 
@@ -12,11 +12,13 @@ namespace Tamber {
 
 /// One device type as the device list describes it.
 struct DeviceRecord {
-    std::string Name;                 ///< as the user sees it
+    std::string Name;                 ///< as the user sees it, in UTF-8
     std::int16_t TypeCode = 0;        ///< programming algorithm, from 1; 1..5 have 12-bit words
     std::int32_t ProgramWords = 0;    ///< size of program memory in program words
     std::int16_t EepromBytes = 0;     ///< size of data EEPROM in bytes; 0 when there is none
     std::int16_t EraseSupported = 0;  ///< 0 when the board cannot erase the device
+
+    bool operator==(const DeviceRecord&) const = default;
 };
 
 /// The device whose program memory comes as one stream that begins with the configuration word.
@@ -42,9 +44,9 @@ class DeviceCatalogue {
 
     /// Fills slots 1..`deviceCount` from a device list file: five fields a record, Name, TypeCode,
     /// ProgramWords, EepromBytes, EraseSupported. What follows the last record asked for is not
-    /// read. On a failure the catalogue must not be used.
-    [[nodiscard]] std::optional<FileFailure> Load(const std::filesystem::path& file,
-                                                  std::int16_t deviceCount);
+    /// read.
+    [[nodiscard]] static tl::expected<DeviceCatalogue, FileFailure> Load(
+        const std::filesystem::path& file, std::int16_t deviceCount);
 
   private:
     std::array<DeviceRecord, LastSlot + 1> records_;

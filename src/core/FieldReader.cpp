@@ -1,7 +1,6 @@
 #include "core/FieldReader.hpp"
 
 #include <charconv>
-#include <limits>
 #include <utility>
 
 namespace Tamber {
@@ -69,62 +68,68 @@ FieldReader::Field FieldReader::PlainField() {
     return {WithoutTrailingBlanks(text_.substr(begin, next_ - begin)), false};
 }
 
-bool FieldReader::NextField(Field& field) {
+std::optional<FieldReader::Field> FieldReader::NextField(std::string_view what) {
+    if (failure_)
+        return std::nullopt;
     SkipEmptyLines();
-    if (next_ == text_.size())
-        return false;
-    field = text_[next_] == '"' ? QuotedField() : PlainField();
+    if (next_ == text_.size()) {
+        Fail({file_.string(), line_, fieldsOnLine_ + 1, "the end of the file", std::string(what),
+              Remedy});
+        return std::nullopt;
+    }
+    const Field field = text_[next_] == '"' ? QuotedField() : PlainField();
     fieldLine_ = line_;
     fieldPosition_ = ++fieldsOnLine_;
     if (next_ < text_.size() && text_[next_] == ',')
         ++next_;
     else if (next_ < text_.size())
         EndLine();
-    return true;
+    return field;
 }
 
-FileFailure FieldReader::Ended(std::string_view what) const {
-    return {file_.string(),    line_, fieldsOnLine_ + 1, "the end of the file",
-            std::string(what), Remedy};
+void FieldReader::Fail(FileFailure failure) {
+    if (!failure_)
+        failure_ = std::move(failure);
 }
 
-FileFailure FieldReader::Blame(std::string found, std::string expected) const {
-    return {file_.string(),   fieldLine_,          fieldPosition_,
-            std::move(found), std::move(expected), Remedy};
+std::string FieldReader::ReadText(std::string_view what) {
+    const auto field = NextField(what);
+    return field ? std::string(field->text) : std::string();
 }
 
-Result<std::string, FileFailure> FieldReader::ReadText(std::string_view what) {
-    Field field;
-    if (!NextField(field))
-        return Result<std::string, FileFailure>::Failed(Ended(what));
-    return Result<std::string, FileFailure>::Success(std::string(field.text));
-}
-
-Result<std::int32_t, FileFailure> FieldReader::ReadNumber(std::string_view what, std::int32_t least,
-                                                          std::int32_t most) {
-    using Number = Result<std::int32_t, FileFailure>;
-    Field field;
-    if (!NextField(field))
-        return Number::Failed(Ended(what));
-    std::string_view digits = field.text;
+std::int32_t FieldReader::ReadNumber(std::string_view what, std::int32_t least, std::int32_t most) {
+    const auto field = NextField(what);
+    if (!field)
+        return 0;
+    std::string_view digits = field->text;
     if (digits.starts_with('+') && !digits.starts_with("+-"))
         digits.remove_prefix(1);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    const bool number = !field.quoted && end == digits.data() + digits.size() && !digits.empty();
-    if (!number || error != std::errc() || value < least || value > most)
-        return Number::Failed(Blame('"' + std::string(field.text) + '"',
-                                    std::string(what) + ", a whole number from " +
-                                        std::to_string(least) + " to " + std::to_string(most)));
-    return Number::Success(static_cast<std::int32_t>(value));
+    const bool number = !field->quoted && end == digits.data() + digits.size() && !digits.empty();
+    if (number && error == std::errc() && value >= least && value <= most)
+        return static_cast<std::int32_t>(value);
+    Fail({file_.string(), fieldLine_, fieldPosition_, '"' + std::string(field->text) + '"',
+          std::string(what) + ", a whole number from " + std::to_string(least) + " to " +
+              std::to_string(most),
+          Remedy});
+    return 0;
 }
 
-Result<std::int16_t, FileFailure> FieldReader::ReadShort(std::string_view what) {
-    using Limits = std::numeric_limits<std::int16_t>;
-    const auto number = ReadNumber(what, Limits::min(), Limits::max());
-    if (!number.Ok())
-        return Result<std::int16_t, FileFailure>::Failed(number.Failure());
-    return Result<std::int16_t, FileFailure>::Success(static_cast<std::int16_t>(number.Value()));
+std::int16_t FieldReader::ReadShort(std::string_view what, std::int16_t least, std::int16_t most) {
+    return static_cast<std::int16_t>(ReadNumber(what, least, most));
+}
+
+tl::expected<void, FileFailure> WriteNumbers(const std::filesystem::path& file,
+                                             const std::vector<int>& numbers,
+                                             std::string_view remedy) {
+    std::string text;
+    for (const int number : numbers)
+        text += std::to_string(number) + "\r\n";
+    return ReplaceTextFile(file, text).map_error([&](const std::string& reason) {
+        return FileFailure{file.string(),      0, 0, reason, "a file that can be written",
+                           std::string(remedy)};
+    });
 }
 
 }  // namespace Tamber

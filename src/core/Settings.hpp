@@ -2,8 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
-#include <string>
+#include <tl/expected.hpp>
 
 #include "core/FileFailure.hpp"
 
@@ -18,12 +17,11 @@ struct Settings {
 
 /// Reads the three values, in the order of the structure, from a settings file. Fails when the file
 /// cannot be read, holds fewer than three numbers of 16 bits, or selects a slot outside 0..50.
-[[nodiscard]] std::optional<FileFailure> LoadSettings(const std::filesystem::path& file,
-                                                      Settings& settings);
+[[nodiscard]] tl::expected<Settings, FileFailure> LoadSettings(const std::filesystem::path& file);
 
 /// Replaces the settings file, one value a line, each ended by CR LF. The file that was there stays
 /// as it was when that fails.
-[[nodiscard]] std::optional<FileFailure> SaveSettings(const std::filesystem::path& file,
-                                                      const Settings& settings);
+[[nodiscard]] tl::expected<void, FileFailure> SaveSettings(const std::filesystem::path& file,
+                                                           const Settings& settings);
 
 }  // namespace Tamber

@@ -31,7 +31,7 @@ FileHandle Open(const std::filesystem::path& path, const char* mode) {
 #endif
 }
 
-using Contents = Result<std::string, std::string>;
+using Done = tl::expected<void, std::string>;
 
 std::string LastReason() {
     return std::generic_category().message(errno);
@@ -54,16 +54,15 @@ std::filesystem::path LinkTarget(std::filesystem::path path) {
     return path;
 }
 
-// Why `target` cannot be replaced, for one that is there.
-std::optional<std::string> Protection(const std::filesystem::path& target,
-                                      std::filesystem::file_status status) {
+// Whether `target`, which is there, can be replaced.
+Done CheckReplaceable(const std::filesystem::path& target, std::filesystem::file_status status) {
     if (std::filesystem::is_directory(status))
-        return "Is a directory";
+        return tl::unexpected(std::string("Is a directory"));
     if (!std::filesystem::is_regular_file(status))
-        return "Not a regular file";
+        return tl::unexpected(std::string("Not a regular file"));
     if (!Open(target, "r+b"))
-        return LastReason();
-    return std::nullopt;
+        return tl::unexpected(LastReason());
+    return {};
 }
 
 // Makes a file beside `target` under a name that nothing has yet.
@@ -80,24 +79,24 @@ FileHandle CreateBeside(const std::filesystem::path& target, std::filesystem::pa
     return file;
 }
 
-std::optional<std::string> WriteWhole(FileHandle file, std::string_view text) {
+Done WriteWhole(FileHandle file, std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
-        std::fflush(file.get()) != 0 || !ForceToDisk(file.get()))
-        return LastReason();
-    if (std::fclose(file.release()) != 0)
-        return LastReason();
-    return std::nullopt;
+        std::fflush(file.get()) != 0 || !ForceToDisk(file.get()) ||
+        std::fclose(file.release()) != 0)
+        return tl::unexpected(LastReason());
+    return {};
 }
 
 }  // namespace
 
-Contents ReadTextFile(const std::filesystem::path& path, std::size_t limit) {
+tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path& path,
+                                                    std::size_t limit) {
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored))
-        return Contents::Failed("Is a directory");
+        return tl::unexpected(std::string("Is a directory"));
     FileHandle file = Open(path, "rb");
     if (!file)
-        return Contents::Failed(LastReason());
+        return tl::unexpected(LastReason());
     // Room for all of it at once; what is no regular file, or grows meanwhile, is read piece by
     // piece all the same.
     std::string text;
@@ -109,39 +108,37 @@ Contents ReadTextFile(const std::filesystem::path& path, std::size_t limit) {
     while ((count = std::fread(piece, 1, sizeof piece, file.get())) > 0) {
         text.append(piece, count);
         if (text.size() > limit)
-            return Contents::Failed("File too large");
+            return tl::unexpected(std::string("File too large"));
     }
     if (std::ferror(file.get()))
-        return Contents::Failed(LastReason());
-    return Contents::Success(std::move(text));
+        return tl::unexpected(LastReason());
+    return text;
 }
 
-std::optional<std::string> ReplaceTextFile(const std::filesystem::path& path,
-                                           std::string_view text) {
+Done ReplaceTextFile(const std::filesystem::path& path, std::string_view text) {
     const std::filesystem::path target = LinkTarget(path);
     std::error_code error;
     const auto before = std::filesystem::status(target, error);
     if (before.type() == std::filesystem::file_type::none)
-        return error.message();
-    if (std::filesystem::exists(before))
-        if (auto reason = Protection(target, before))
-            return reason;
+        return tl::unexpected(error.message());
+    const bool there = std::filesystem::exists(before);
+    if (there)
+        if (const Done checked = CheckReplaceable(target, before); !checked)
+            return checked;
     std::filesystem::path beside;
     FileHandle file = CreateBeside(target, beside);
     if (!file)
-        return LastReason();
-    if (auto reason = WriteWhole(std::move(file), text)) {
-        std::filesystem::remove(beside, error);
-        return reason;
-    }
-    if (std::filesystem::exists(before))
+        return tl::unexpected(LastReason());
+    Done written = WriteWhole(std::move(file), text);
+    if (written && there)
         std::filesystem::permissions(beside, before.permissions(), error);
-    std::filesystem::rename(beside, target, error);
-    if (!error)
-        return std::nullopt;
-    std::error_code ignored;
-    std::filesystem::remove(beside, ignored);
-    return error.message();
+    if (written)
+        std::filesystem::rename(beside, target, error);
+    if (written && error)
+        written = tl::unexpected(error.message());
+    if (!written)
+        std::filesystem::remove(beside, error);
+    return written;
 }
 
 }  // namespace Tamber

@@ -2,11 +2,11 @@
 
 namespace Tamber {
 
-std::string_view HexFailureText(HexOutcome outcome) {
-    switch (outcome) {
-        case HexOutcome::ChecksumError:
+std::string_view HexFailureText(HexFault fault) {
+    switch (fault) {
+        case HexFault::ChecksumError:
             return "Checksum Error in hex file!";
-        case HexOutcome::NoEndRecord:
+        case HexFault::NoEndRecord:
             return "No end record in hex file!";
         default:
             return {};

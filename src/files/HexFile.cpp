@@ -6,31 +6,36 @@
 #include "files/LineReader.hpp"
 
 namespace Tamber {
-HexReadResult ReadHexRecords(std::string_view text, HexRecordTable& table) {
-    table.clear();
+
+tl::expected<HexRecordTable, HexFailure> ReadHexRecords(std::string_view text) {
+    HexRecordTable table;
+    table.reserve(std::min<std::size_t>(text.size() / 40 + 1, HexRecordTableMax));
     LineReader lines(text);
-    while (!lines.AtEnd()) {
-        const int lineNumber = static_cast<int>(table.size()) + 1;
+    int lineNumber = 1;
+    const auto failed = [&](HexFault fault) {
+        return tl::unexpected(HexFailure{fault, lineNumber, {}});
+    };
+    for (; !lines.AtEnd(); ++lineNumber) {
         if (lineNumber > HexRecordTableMax)
-            return {HexOutcome::TooManyLines, lineNumber};
+            return failed(HexFault::TooManyLines);
         const std::string_view line = lines.Next();
         // Cut off before its record type is whole, a line cannot be told from a shorter one of
         // another type.
         if (lines.Unfinished() && line.size() < HexRecord::TypeEnd)
-            return {HexOutcome::NoEndRecord, lineNumber};
+            return failed(HexFault::NoEndRecord);
         HexRecord& record = table.emplace_back();
         if (!ParseHexRecord(line, record))
-            return {HexOutcome::AddressError, lineNumber};
+            return failed(HexFault::AddressError);
         if (record.Type == HexRecord::EndType) {
             table.pop_back();
-            return {HexOutcome::Loaded, 0};
+            return table;
         }
         if (record.Type == HexRecord::DataType && record.ByteCount > HexRecord::DataMax)
-            return {HexOutcome::TooManyBytes, lineNumber};
+            return failed(HexFault::TooManyBytes);
         if (!record.ChecksumGood)
-            return {HexOutcome::ChecksumError, lineNumber};
+            return failed(HexFault::ChecksumError);
     }
-    return {HexOutcome::NoEndRecord, static_cast<int>(table.size()) + 1};
+    return failed(HexFault::NoEndRecord);
 }
 
 void CopyRecords(const HexRecordTable& table, MemoryImage& image) {
@@ -40,16 +45,12 @@ void CopyRecords(const HexRecordTable& table, MemoryImage& image) {
                         std::span(record.Data).first(static_cast<std::size_t>(record.ByteCount)));
 }
 
-HexReadResult LoadHexFile(const std::filesystem::path& file, MemoryImage& image) {
+tl::expected<void, HexFailure> LoadHexFile(const std::filesystem::path& file, MemoryImage& image) {
     const auto text = ReadTextFile(file, HexFileSizeMax);
-    if (!text.Ok())
-        return {HexOutcome::FileUnreadable, 0};
-    HexRecordTable table;
-    table.reserve(std::min<std::size_t>(text.Value().size() / 40 + 1, HexRecordTableMax));
-    const HexReadResult result = ReadHexRecords(text.Value(), table);
-    if (result.Outcome == HexOutcome::Loaded)
-        CopyRecords(table, image);
-    return result;
+    if (!text)
+        return tl::unexpected(HexFailure{HexFault::FileUnreadable, 0, text.error()});
+    return ReadHexRecords(*text).map(
+        [&](const HexRecordTable& table) { CopyRecords(table, image); });
 }
 
 }  // namespace Tamber

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
+#include <tl/expected.hpp>
 #include <vector>
 
 #include "core/MemoryImage.hpp"
@@ -9,9 +11,8 @@
 
 namespace Tamber {
 
-/// What became of reading an Intel HEX file.
-enum class HexOutcome {
-    Loaded,
+/// Why an Intel HEX file cannot be loaded.
+enum class HexFault {
     ChecksumError,   ///< a line before the end record does not sum to 0
     NoEndRecord,     ///< the file ended without one, be it in the middle of a line
     AddressError,    ///< a line whose address field does not read as a number
@@ -20,11 +21,12 @@ enum class HexOutcome {
     FileUnreadable,  ///< the file cannot be opened or read
 };
 
-struct HexReadResult {
-    HexOutcome Outcome = HexOutcome::Loaded;
-    int Line = 0;  ///< 1-based line of a failure, 0 where no line is to blame
+struct HexFailure {
+    HexFault Fault = HexFault::FileUnreadable;
+    int Line = 0;        ///< 1-based; 0 where no line is to blame
+    std::string Reason;  ///< why the file is unreadable; empty for the other faults
 
-    bool operator==(const HexReadResult&) const = default;
+    bool operator==(const HexFailure&) const = default;
 };
 
 /// The most bytes that a HEX file may have: far above 10,000 lines of any sense.
@@ -39,13 +41,14 @@ using HexRecordTable = std::vector<HexRecord>;
 
 /// Reads and checks a HEX file's text up to its end record; what stands behind that is not looked
 /// at. Lines end in CR LF, LF or CR.
-[[nodiscard]] HexReadResult ReadHexRecords(std::string_view text, HexRecordTable& table);
+[[nodiscard]] tl::expected<HexRecordTable, HexFailure> ReadHexRecords(std::string_view text);
 
 /// Stores the data records, in order, at their addresses; every other byte keeps its value. Record
 /// types other than data are passed over, so extended addresses shift nothing.
 void CopyRecords(const HexRecordTable& table, MemoryImage& image);
 
 /// Loads a HEX file into the image. The image changes only when the whole file was good.
-[[nodiscard]] HexReadResult LoadHexFile(const std::filesystem::path& file, MemoryImage& image);
+[[nodiscard]] tl::expected<void, HexFailure> LoadHexFile(const std::filesystem::path& file,
+                                                         MemoryImage& image);
 
 }  // namespace Tamber

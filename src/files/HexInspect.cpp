@@ -70,7 +70,7 @@ void CheckLines(const Lines& lines, HexUnit unit, HexInspection& inspection) {
     for (std::size_t index = 0; index < lines.Texts.size(); ++index)
         if (auto finding = CheckHexLine(lines.Texts[index], unit == HexUnit::Words))
             AddFinding(inspection, std::move(*finding), static_cast<int>(index) + 1);
-    if (inspection.Load.Outcome == HexOutcome::TooManyLines)
+    if (inspection.Refusal && inspection.Refusal->Fault == HexFault::TooManyLines)
         AddFinding(inspection,
                    {0, 0, "The file has more than " + std::to_string(HexRecordTableMax) + " lines.",
                     "Have it written with longer records; 16 bytes a record is common."},
@@ -119,8 +119,8 @@ const HexUse* HexInspection::Use(HexPlace place) const {
 HexInspection InspectHexText(std::string_view text, const DeviceRecord& device) {
     HexInspection inspection;
     inspection.Image = BlankImage(device);
-    HexRecordTable table;
-    inspection.Load = ReadHexRecords(text, table);
+    if (const auto records = ReadHexRecords(text); !records)
+        inspection.Refusal = records.error();
 
     const Lines lines = TakeApart(text, inspection);
     const HexUnit unit = UnitOf(lines);

@@ -60,9 +60,9 @@ struct HexIgnored {
 
 /// All there is to say about a HEX file, for one device.
 struct HexInspection {
-    HexReadResult Load;  ///< what the loader says
-    MemoryImage Image;   ///< blank, with what the readable data records say
-    int Lines = 0;       ///< up to the end record and with it
+    std::optional<HexFailure> Refusal;  ///< why the loader refuses the file
+    MemoryImage Image;                  ///< blank, with what the readable data records say
+    int Lines = 0;                      ///< up to the end record and with it
     int DataRecords = 0;
     int LinesBehindEnd = 0;            ///< that nobody reads
     bool WordAddressed = false;        ///< INHX16: addresses count words, bytes are swapped

@@ -72,8 +72,8 @@ std::string HexFileText(const MemoryImage& image, int programWords) {
     return text += EndRecord;
 }
 
-std::optional<std::string> SaveHexFile(const std::filesystem::path& file, const MemoryImage& image,
-                                       int programWords) {
+tl::expected<void, std::string> SaveHexFile(const std::filesystem::path& file,
+                                            const MemoryImage& image, int programWords) {
     return ReplaceTextFile(file, HexFileText(image, programWords));
 }
 

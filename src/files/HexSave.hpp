@@ -1,8 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
+#include <tl/expected.hpp>
 
 #include "core/MemoryImage.hpp"
 
@@ -14,8 +14,10 @@ namespace Tamber {
 /// not written, so that no address comes twice; a negative number counts as 0.
 std::string HexFileText(const MemoryImage& image, int programWords);
 
-/// Replaces `file` by that text, or leaves it exactly as it was and returns the system's reason.
-[[nodiscard]] std::optional<std::string> SaveHexFile(const std::filesystem::path& file,
-                                                     const MemoryImage& image, int programWords);
+/// Replaces `file` by that text, or leaves it exactly as it was; the failure is the system's
+/// reason.
+[[nodiscard]] tl::expected<void, std::string> SaveHexFile(const std::filesystem::path& file,
+                                                          const MemoryImage& image,
+                                                          int programWords);
 
 }  // namespace Tamber

@@ -1,27 +1,16 @@
 #include "link/BoardIdentity.hpp"
 
+#include "core/Utf8.hpp"
+
 namespace Tamber {
-namespace {
-
-// Codes from 0x80 up take two bytes in UTF-8.
-void AppendCharacter(std::string& text, std::uint8_t code) {
-    if (code < 0x80) {
-        text += static_cast<char>(code);
-        return;
-    }
-    text += static_cast<char>(0xC0 | code >> 6);
-    text += static_cast<char>(0x80 | (code & 0x3F));
-}
-
-}  // namespace
 
 BoardIdentity IdentityOf(const std::vector<std::uint8_t>& reply) {
     BoardIdentity identity;
     for (std::size_t index = 1; index <= 5; ++index)
-        AppendCharacter(identity.Name, reply.at(index));
-    AppendCharacter(identity.Version, reply.at(8));
+        AppendLatin1(identity.Name, reply.at(index));
+    AppendLatin1(identity.Version, reply.at(8));
     identity.Version += '.';
-    AppendCharacter(identity.Version, reply.at(9));
+    AppendLatin1(identity.Version, reply.at(9));
     return identity;
 }
 

@@ -6,7 +6,7 @@
 
 namespace Tamber {
 
-/// The command letters of the board that stand for themselves; the device type is told with a
+/// The command letters of the board that stand for themselves; the device type is named by a
 /// lower-case letter, see TypeLetter.
 enum CommandLetter : std::uint8_t {
     CommandIdentify = 'T',
@@ -19,44 +19,34 @@ enum CommandLetter : std::uint8_t {
     CommandEraseConfiguration = 'H',
 };
 
-/// The letter that tells the board the device type: "a" for type 1, "b" for type 2, and so on.
+/// The letter of a device type: "a" for type 1, "b" for type 2, and so on.
 constexpr std::uint8_t TypeLetter(std::int16_t typeCode) {
     return static_cast<std::uint8_t>('a' + typeCode - 1);
 }
 
-/// The two address bytes of a request, from the byte address in the layout of the memory image.
-struct BlockAddress {
-    std::uint8_t AddrHi = 0;
-    std::uint8_t AddrLo = 0;
-};
+/// Eight words, what one frame carries.
+constexpr int BlockLength = 16;  // bytes
 
-/// Block `block` (8 words each, from 0) of program memory.
-constexpr BlockAddress ProgramBlock(int block) {
-    return {static_cast<std::uint8_t>(16 * block / 256),
-            static_cast<std::uint8_t>(16 * block % 256)};
+constexpr std::uint8_t AddrHi(int address) {
+    return static_cast<std::uint8_t>(address / 256);
+}
+constexpr std::uint8_t AddrLo(int address) {
+    return static_cast<std::uint8_t>(address % 256);
 }
 
-/// Block `block` (8 EEPROM bytes each, from 0) of data EEPROM.
-constexpr BlockAddress EepromBlock(int block) {
-    return {static_cast<std::uint8_t>(16 * block / 256 + 0x42),
-            static_cast<std::uint8_t>(16 * block % 256)};
-}
-
-/// The one block with the ID locations and the configuration word.
-constexpr BlockAddress ConfigurationBlock{0x40, 0x00};
-
-/// A frame is a count byte and that many bytes behind it.
+/// A frame is a count byte and that many bytes after it. Addresses are byte addresses,
+/// 0..0xFFFF, twice the word address.
 constexpr std::array<std::uint8_t, 2> CommandFrame(std::uint8_t letter) {
     return {0x01, letter};
 }
 
-constexpr std::array<std::uint8_t, 5> ReadAddressFrame(BlockAddress address) {
-    return {0x04, address.AddrHi, address.AddrLo, 0x00, 0x01};
+constexpr std::array<std::uint8_t, 5> ReadAddressFrame(int address) {
+    return {0x04, AddrHi(address), AddrLo(address), 0x00, 0x01};
 }
 
-constexpr std::array<std::uint8_t, 21> WriteDataFrame(BlockAddress address, std::uint8_t count,
-                                                      std::span<const std::uint8_t, 16> data) {
-    std::array<std::uint8_t, 21> frame{0x14, address.AddrHi, address.AddrLo, 0x00, count};
+constexpr std::array<std::uint8_t, 21> WriteDataFrame(
+    int address, std::uint8_t count, std::span<const std::uint8_t, BlockLength> data) {
+    std::array<std::uint8_t, 21> frame{0x14, AddrHi(address), AddrLo(address), 0x00, count};
     for (std::size_t index = 0; index < data.size(); ++index)
         frame[5 + index] = data[index];
     return frame;

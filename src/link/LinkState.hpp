@@ -1,16 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include "link/BoardIdentity.hpp"
 
 namespace Tamber {
 
-/// What the exchanges with the board share.
+/// What is known about the board.
 struct LinkState {
-    std::int16_t ExpectedReplyLength = 0;  ///< bytes the next wait is for; set before each wait
-    bool ReplyTimedOut = false;            ///< set by the time-out tick, cleared as a wait begins
-    std::vector<std::uint8_t> ReplyBytes;  ///< the last reply taken from the port
-    bool ProgrammerFound = false;          ///< the board answered at start-up
+    bool ProgrammerFound = false;  ///< the board answered at start-up
+    BoardIdentity Board;           ///< how it answered; empty texts when it did not
 };
 
 }  // namespace Tamber

@@ -1,10 +1,16 @@
 #include "link/ProgrammerLink.hpp"
 
+#include <algorithm>
 #include <chrono>
 
 namespace Tamber {
+namespace {
 
 using namespace std::chrono_literals;
+
+constexpr std::uint8_t StatusWritten = 0x00;
+
+}  // namespace
 
 ProgrammerLink::ProgrammerLink(LinkState& state, SerialControl& cm, WindowTimer& totmr,
                                EventDelivery& events)
@@ -15,19 +21,19 @@ ProgrammerLink::ProgrammerLink(LinkState& state, SerialControl& cm, WindowTimer&
 }
 
 void ProgrammerLink::totmr_Timer() {
-    state_.ReplyTimedOut = true;
+    ReplyTimedOut = true;
     totmr_.Disable();
 }
 
-std::optional<std::string> ProgrammerLink::OpenPort(std::int16_t commPortNumber) {
-    return cm_.PortOpen(commPortNumber, "57600,N,8,1");
+tl::expected<void, std::string> ProgrammerLink::OpenPort(const std::filesystem::path& path) {
+    return cm_.PortOpen(path);
 }
 
 void ProgrammerLink::IdentifyProgrammer() {
     SendCommand(CommandIdentify);
     totmr_.Enable();
-    state_.ReplyTimedOut = false;
-    DeliverEventsUntil(events_, [this] { return state_.ReplyTimedOut; });
+    ReplyTimedOut = false;
+    DeliverEventsUntil(events_, [this] { return ReplyTimedOut; });
     TakeIdentification();
 }
 
@@ -42,7 +48,7 @@ void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence,
     SendCommand(CommandIdentify);
     totmr_.SetInterval(1000ms);
     totmr_.Enable();
-    state_.ReplyTimedOut = false;
+    ReplyTimedOut = false;
     DeliverEventsUntil(events_, [&] {
         if (const int count = cm_.InBufferCount(); count != came) {
             came = count;
@@ -51,7 +57,7 @@ void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence,
             if (came >= IdentificationLength)
                 silence.Enable();
         }
-        return silent || state_.ReplyTimedOut || givenUp();
+        return silent || ReplyTimedOut || givenUp();
     });
     silence.Disable();
     silence.OnTick({});
@@ -61,20 +67,21 @@ void ProgrammerLink::IdentifyProgrammerAtOnce(WindowTimer& silence,
 
 void ProgrammerLink::TakeIdentification() {
     state_.ProgrammerFound = cm_.InBufferCount() == IdentificationLength;
-    if (state_.ProgrammerFound)
-        cm_.Input(state_.ReplyBytes);
+    if (!state_.ProgrammerFound)
+        return;
+    cm_.Input(ReplyBytes);
+    state_.Board = IdentityOf(ReplyBytes);
 }
 
 void ProgrammerLink::WaitForReply() {
     totmr_.SetInterval(1000ms);
-    state_.ReplyTimedOut = false;
+    ReplyTimedOut = false;
     totmr_.Enable();
-    DeliverEventsUntil(events_, [this] {
-        return cm_.InBufferCount() >= state_.ExpectedReplyLength || state_.ReplyTimedOut;
-    });
+    DeliverEventsUntil(
+        events_, [this] { return cm_.InBufferCount() >= ExpectedReplyLength || ReplyTimedOut; });
     // With more bytes than expected the timer runs on: its tick comes after the caller has looked
     // at ReplyTimedOut, and the next wait clears it.
-    if (cm_.InBufferCount() == state_.ExpectedReplyLength)
+    if (cm_.InBufferCount() == ExpectedReplyLength)
         totmr_.Disable();
 }
 
@@ -83,24 +90,50 @@ void ProgrammerLink::SendCommand(std::uint8_t letter) {
 }
 
 bool ProgrammerLink::TakeReply(std::int16_t expectedLength) {
-    state_.ExpectedReplyLength = expectedLength;
+    ExpectedReplyLength = expectedLength;
     WaitForReply();
-    if (state_.ReplyTimedOut)
+    if (ReplyTimedOut)
         return false;
-    cm_.Input(state_.ReplyBytes);
-    return true;
+    cm_.Input(ReplyBytes);
+    return std::ssize(ReplyBytes) >= expectedLength;
 }
 
-bool ProgrammerLink::RequestBlock(BlockAddress address) {
+void ProgrammerLink::SelectDeviceType(std::int16_t typeCode) {
+    if (state_.ProgrammerFound)
+        SendCommand(TypeLetter(typeCode));
+}
+
+// A reply whose count promises more than came, or more than was asked for, counts as what came.
+tl::expected<BlockReply, NoReply> ProgrammerLink::RequestBlock(int address) {
     SendCommand(CommandRead);
     cm_.Output(ReadAddressFrame(address));
-    return TakeReply(ReadReplyLength);
+    if (!TakeReply(ReadReplyLength))
+        return tl::unexpected(NoReply());
+    BlockReply reply;
+    std::copy_n(ReplyBytes.begin() + 1, reply.Data.size(), reply.Data.begin());
+    reply.Length = std::clamp(ReplyBytes[0] - 1, 0, BlockLength);
+    return reply;
 }
 
-bool ProgrammerLink::WriteBlock(BlockAddress address, std::uint8_t count,
-                                std::span<const std::uint8_t, 16> data) {
+void ProgrammerLink::EndRead() {
+    SendCommand(CommandEnd);
+}
+
+void ProgrammerLink::BeginWrite() {
+    SendCommand(CommandWrite);
+}
+
+tl::expected<WriteReply, NoReply> ProgrammerLink::WriteBlock(
+    int address, std::uint8_t count, std::span<const std::uint8_t, BlockLength> data) {
     cm_.Output(WriteDataFrame(address, count, data));
-    return TakeReply(WriteReplyLength);
+    if (!TakeReply(WriteReplyLength))
+        return tl::unexpected(NoReply());
+    return WriteReply{ReplyBytes[1] == StatusWritten, AddrHi(address) * 256 + ReplyBytes[2]};
+}
+
+void ProgrammerLink::EndWrite() {
+    SendCommand(CommandWrite);
+    SendCommand(CommandEnd);
 }
 
 }  // namespace Tamber

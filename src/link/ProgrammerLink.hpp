@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
+#include <tl/expected.hpp>
+#include <vector>
 
 #include "link/CommandFrame.hpp"
 #include "link/LinkState.hpp"
@@ -14,21 +17,38 @@
 
 namespace Tamber {
 
+/// A reply did not come, or not whole, within its second.
+struct NoReply {};
+
+/// A block as the board sent it.
+struct BlockReply {
+    std::array<std::uint8_t, BlockLength> Data{};  ///< eight words, low byte first; 0: did not come
+    int Length = 0;  ///< of these bytes, how many the reply's own count says there are, 0..16
+};
+
+/// What the board says of a block that it was to write.
+struct WriteReply {
+    bool Written = false;
+    int FailedAddress = 0;  ///< the byte address at which a block was refused
+};
+
 /// The exchanges with the board: every byte that goes out, and the wait for what comes back. Each
 /// operation returns when its frames have been handed to the port and, where a reply is awaited,
 /// the wait has ended. Input is never discarded: a byte that comes unasked counts into the next
-/// reply.
+/// reply. The board wants the device type first, then sequences: blocks read in ascending order and
+/// EndRead, or BeginWrite, blocks written in ascending order and EndWrite. After a NoReply nothing
+/// more is sent, so the sequence stays open.
 class ProgrammerLink {
   public:
     /// Takes over the tick of `totmr` and starts it: the time-out timer runs from its making on.
     ProgrammerLink(LinkState& state, SerialControl& cm, WindowTimer& totmr, EventDelivery& events);
 
-    /// Opens the port at 57600 baud, no parity, 8 data bits, 1 stop bit. Returns why that failed.
-    [[nodiscard]] std::optional<std::string> OpenPort(std::int16_t commPortNumber);
+    /// Opens the port at `path`; the failure is text for the user.
+    [[nodiscard]] tl::expected<void, std::string> OpenPort(const std::filesystem::path& path);
 
     /// Asks the board for its identification and lets the running period of the time-out timer pass
-    /// to its end. Exactly 10 bytes then waiting make ProgrammerFound true and go to ReplyBytes;
-    /// anything else stays at the port.
+    /// to its end. Exactly 10 bytes then waiting make ProgrammerFound true; anything else stays at
+    /// the port.
     void IdentifyProgrammer();
 
     /// The same without letting the period pass to its end: the wait is over as soon as 10 bytes
@@ -36,33 +56,47 @@ class ProgrammerLink {
     /// or once `givenUp` says so. Takes over the tick of `silence` while it lasts.
     void IdentifyProgrammerAtOnce(WindowTimer& silence, const std::function<bool()>& givenUp);
 
-    /// Waits until ExpectedReplyLength bytes are waiting at the port or, 1000 ms after the wait
-    /// began, ReplyTimedOut is set. Never takes a byte.
-    void WaitForReply();
+    /// Names the device type, 1..26, to the board. If the board was not found, nothing is sent.
+    void SelectDeviceType(std::int16_t typeCode);
 
-    /// Sends a command letter; no reply is awaited.
-    void SendCommand(std::uint8_t letter);
+    /// Reads the eight words from byte address `address` on.
+    [[nodiscard]] tl::expected<BlockReply, NoReply> RequestBlock(int address);
+    void EndRead();
 
-    /// Reads one block of 8 words. True: ReplyBytes holds the reply, 17 bytes or more. False: it
-    /// timed out and ReplyBytes is as it was.
-    [[nodiscard]] bool RequestBlock(BlockAddress address);
+    void BeginWrite();
+    /// Writes eight words from byte address `address` on; `count` is the number of words that the
+    /// board is to take.
+    [[nodiscard]] tl::expected<WriteReply, NoReply> WriteBlock(
+        int address, std::uint8_t count, std::span<const std::uint8_t, BlockLength> data);
+    void EndWrite();
 
-    /// Writes one block inside a write sequence; `count` is the number of words that the board is
-    /// to take. True: ReplyBytes holds the acknowledgement, 3 bytes or more, status in byte 1.
-    [[nodiscard]] bool WriteBlock(BlockAddress address, std::uint8_t count,
-                                  std::span<const std::uint8_t, 16> data);
+    /// The board confirms no erase.
+    void EraseProgramMemory() { SendCommand(CommandEraseProgram); }
+    void EraseEeprom() { SendCommand(CommandEraseEeprom); }
+    void EraseIdLocations() { SendCommand(CommandEraseIdLocations); }
+    void EraseConfigurationWord() { SendCommand(CommandEraseConfiguration); }
 
     const LinkState& State() const { return state_; }
 
   private:
     void totmr_Timer();
+    void SendCommand(std::uint8_t letter);
     void TakeIdentification();
-    bool TakeReply(std::int16_t expectedLength);
+
+    // Waits until ExpectedReplyLength bytes are waiting at the port or, 1000 ms after the wait
+    // began, ReplyTimedOut is set. Never takes a byte.
+    void WaitForReply();
+
+    // Waits for a reply and takes it, with whatever else is waiting, into ReplyBytes.
+    [[nodiscard]] bool TakeReply(std::int16_t expectedLength);
 
     LinkState& state_;
     SerialControl& cm_;
     WindowTimer& totmr_;
     EventDelivery& events_;
+    std::int16_t ExpectedReplyLength = 0;
+    bool ReplyTimedOut = false;            // set by the time-out tick, cleared as a wait begins
+    std::vector<std::uint8_t> ReplyBytes;  // the last reply taken from the port
 };
 
 }  // namespace Tamber

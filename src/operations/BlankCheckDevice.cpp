@@ -1,8 +1,6 @@
 #include <optional>
-#include <string>
 
 #include "core/Blocks.hpp"
-#include "core/HexText.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "operations/FunctionRun.hpp"
 
@@ -12,51 +10,57 @@ namespace {
 constexpr int PauseMilliseconds = 100;
 constexpr std::uint8_t BlankLow = 0xFF;
 constexpr std::uint8_t BlankConfigurationHigh = 0x3F;
+constexpr std::size_t ConfigurationOffset =
+    MemoryImage::ConfigurationWord - MemoryImage::IdLocations;
 
 struct BlankRegion {
-    const char* heading;
-    const char* failure;
-    int size;  // words, or EEPROM bytes
-    BlockAddress (*address)(int block);
-    std::optional<std::uint8_t> blankHigh;  // none: high bytes are not tested
+    Region Where;
+    int Size;                               // words, or EEPROM bytes
+    int Start;                              // byte address
+    std::optional<std::uint8_t> BlankHigh;  // none: high bytes are not tested
 };
 
-// The position in the last reply of the first word that is not blank, 0 when all are.
-int FirstNotBlank(const FunctionRun& run, std::optional<std::uint8_t> blankHigh) {
-    for (int position = 1; position < run.ReplyLength(); position += 2)
-        if (run.ReplyByte(position) != BlankLow ||
-            (blankHigh && run.ReplyByte(position + 1) != *blankHigh))
-            return position;
-    return 0;
+// The first word of `reply` that is not blank; `firstWord` is the address of its first one.
+std::optional<RegionFinding> FirstNotBlank(const BlockReply& reply, const BlankRegion& region,
+                                           int firstWord) {
+    for (int offset = 0; offset < reply.Length; offset += 2) {
+        const std::uint8_t low = reply.Data[static_cast<std::size_t>(offset)];
+        const std::uint8_t high = reply.Data[static_cast<std::size_t>(offset) + 1];
+        const std::uint8_t blankHigh = region.BlankHigh.value_or(0);
+        const std::uint8_t tested = region.BlankHigh ? high : blankHigh;
+        if (low != BlankLow || tested != blankHigh)
+            return RegionFinding{firstWord + offset / 2,
+                                 static_cast<std::uint16_t>(blankHigh << 8 | BlankLow),
+                                 static_cast<std::uint16_t>(tested << 8 | low)};
+    }
+    return std::nullopt;
 }
 
 // False when the board stopped answering or the run is to end.
 bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
-    const int blocks = BlockCount(region.size);
-    int notBlank = -1;
+    const int blocks = BlockCount(region.Size);
+    std::optional<RegionFinding> notBlank;
     if (run.StopRequested())
         return false;
-    run.BeginLine(region.heading);
-    for (int block = 0; notBlank < 0 && block < blocks; ++block) {
+    run.BeginRegion(region.Where);
+    for (int block = 0; !notBlank && block < blocks; ++block) {
         if (run.StopRequested()) {
-            run.Link().SendCommand(CommandEnd);
-            run.EndLineStopped();
+            run.Link().EndRead();
+            run.EndRegionStopped();
             return false;
         }
         run.ShowProgress(Percent(block, blocks));
-        if (!run.Link().RequestBlock(region.address(block))) {
-            run.ReportDeviceFault();
+        const auto reply = run.RequestBlock(region.Start + block * MemoryImage::BlockBytes);
+        if (!reply)
             return false;
-        }
-        if (const int position = FirstNotBlank(run, region.blankHigh))
-            notBlank = (MemoryImage::BlockBytes * block + position - 1) / 2;
+        notBlank = FirstNotBlank(*reply, region, block * BlockWords);
     }
-    run.Link().SendCommand(CommandEnd);
-    if (notBlank < 0) {
-        run.ShowProgress(100);
-        run.EndLineOk();
+    run.Link().EndRead();
+    if (notBlank) {
+        run.FailRegion(region.Where, *notBlank);
     } else {
-        run.EndLineFailed(region.failure + HexWord(static_cast<std::uint32_t>(notBlank)));
+        run.ShowProgress(100);
+        run.EndRegion(region.Where);
     }
     run.NextLine();
     run.Pause(PauseMilliseconds);
@@ -67,24 +71,23 @@ bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
 void CheckConfiguration(FunctionRun& run) {
     if (run.StopRequested())
         return;
-    run.BeginLine("Blank Checking Config...");
-    if (!run.Link().RequestBlock(ConfigurationBlock)) {
-        run.ReportDeviceFault();
+    run.BeginRegion(Region::IdAndConfiguration);
+    const auto reply = run.RequestBlock(MemoryImage::IdLocations);
+    if (!reply)
         return;
-    }
-    const bool idBlank = run.ReplyByte(1) == BlankLow && run.ReplyByte(3) == BlankLow &&
-                         run.ReplyByte(5) == BlankLow && run.ReplyByte(7) == BlankLow;
-    const bool configurationBlank =
-        run.ReplyByte(15) == BlankLow && run.ReplyByte(16) == BlankConfigurationHigh;
-    run.Link().SendCommand(CommandEnd);
+    const auto& data = reply->Data;
+    const bool idBlank =
+        data[0] == BlankLow && data[2] == BlankLow && data[4] == BlankLow && data[6] == BlankLow;
+    const bool configurationBlank = data[ConfigurationOffset] == BlankLow &&
+                                    data[ConfigurationOffset + 1] == BlankConfigurationHigh;
+    run.Link().EndRead();
     if (idBlank && configurationBlank) {
         run.ShowProgress(100);
-        run.EndLineOk();
-    } else if (idBlank) {
-        run.EndLineFailed("Config. not blank at CW ");
+        run.EndRegion(Region::IdAndConfiguration);
     } else {
-        run.EndLineFailed(std::string("Config. not blank at ID Locs ") +
-                          (configurationBlank ? "" : "and CW"));
+        run.FailRegion(idBlank              ? Region::ConfigurationWord
+                       : configurationBlank ? Region::IdLocations
+                                            : Region::IdAndConfiguration);
     }
 }
 
@@ -92,13 +95,11 @@ void CheckConfiguration(FunctionRun& run) {
 
 void BlankCheckDevice(FunctionRun& run) {
     const Regions& ticked = run.Ticked();
-    if (ticked.ProgramMemory &&
-        !CheckBlocks(run, {"Blank Checking Program Memory...", "PM not blank at ",
-                           run.ProgramWords(), ProgramBlock, BlankWordHigh(run.Device().TypeCode)}))
+    if (ticked.ProgramMemory && !CheckBlocks(run, {Region::ProgramMemory, run.ProgramWords(), 0,
+                                                   BlankWordHigh(run.Device().TypeCode)}))
         return;
     if (ticked.Eeprom && run.EepromBytes() != 0 &&
-        !CheckBlocks(run, {"Blank Checking EEPROM...", "EEPROM not blank at ", run.EepromBytes(),
-                           EepromBlock, std::nullopt}))
+        !CheckBlocks(run, {Region::Eeprom, run.EepromBytes(), MemoryImage::Eeprom, std::nullopt}))
         return;
     if (ticked.IdLocations || ticked.ConfigurationWord)
         CheckConfiguration(run);

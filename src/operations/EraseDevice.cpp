@@ -7,18 +7,13 @@ namespace {
 constexpr int PauseMilliseconds = 100;
 
 // The board confirms no erase, so one period of the pause timer stands for its end.
-void EraseRegion(FunctionRun& run, const char* heading, CommandLetter letter) {
+void EraseRegion(FunctionRun& run, Region region, void (ProgrammerLink::*erase)()) {
     run.ShowProgress(0);
-    run.BeginLine(heading);
-    run.Link().SendCommand(letter);
+    run.BeginRegion(region);
+    (run.Link().*erase)();
     run.WaitOnePeriod();
     run.ShowProgress(100);
-    run.EndLineOk();
-}
-
-void GoOn(FunctionRun& run) {
-    run.NextLine();
-    run.Pause(PauseMilliseconds);
+    run.EndRegion(region);
 }
 
 }  // namespace
@@ -28,21 +23,24 @@ void EraseDevice(FunctionRun& run) {
         run.Boxes().Show("Erase Function Not Available!", ProgramTitle, BoxIcon::None);
         return;
     }
-    const Regions& ticked = run.Ticked();
-    if (ticked.ProgramMemory && !run.StopRequested()) {
-        EraseRegion(run, "Erasing Program Memory...", CommandEraseProgram);
-        GoOn(run);
-    }
-    if (ticked.Eeprom && run.EepromBytes() != 0 && !run.StopRequested()) {
-        EraseRegion(run, "Erasing EEPROM...", CommandEraseEeprom);
-        GoOn(run);
-    }
-    if (ticked.IdLocations && !run.StopRequested()) {
-        EraseRegion(run, "Erasing ID Locs...", CommandEraseIdLocations);
-        GoOn(run);
-    }
-    if (ticked.ConfigurationWord && !run.StopRequested()) {
-        EraseRegion(run, "Erasing Config Word...", CommandEraseConfiguration);
+    const struct {
+        bool wanted;
+        Region region;
+        void (ProgrammerLink::*erase)();
+    } regions[] = {
+        {run.Ticked().ProgramMemory, Region::ProgramMemory, &ProgrammerLink::EraseProgramMemory},
+        {run.Ticked().Eeprom && run.EepromBytes() != 0, Region::Eeprom,
+         &ProgrammerLink::EraseEeprom},
+        {run.Ticked().IdLocations, Region::IdLocations, &ProgrammerLink::EraseIdLocations},
+        {run.Ticked().ConfigurationWord, Region::ConfigurationWord,
+         &ProgrammerLink::EraseConfigurationWord},
+    };
+    for (const auto& [wanted, region, erase] : regions) {
+        if (!wanted || run.StopRequested())
+            continue;
+        EraseRegion(run, region, erase);
+        if (region != Region::ConfigurationWord)
+            run.NextLine();
         run.Pause(PauseMilliseconds);
     }
 }

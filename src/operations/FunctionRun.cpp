@@ -26,11 +26,6 @@ FunctionRun::FunctionRun(const DeviceRecord& device, MemoryImage& image, const A
     });
 }
 
-void FunctionRun::TellDeviceType() {
-    if (link_.State().ProgrammerFound)
-        link_.SendCommand(TypeLetter(device_.TypeCode));
-}
-
 void FunctionRun::Run(std::int16_t functionCode, const Regions& regions) {
     regions_ = regions;
     ShowProgress(0);
@@ -47,22 +42,12 @@ void FunctionRun::Run(std::int16_t functionCode, const Regions& regions) {
 }
 
 void FunctionRun::RunDeviceFunction(std::int16_t functionCode) {
-    if (watch_)
-        watch_->FunctionBegins(functionCode);
-    switch (functionCode) {
-        case FunctionRead:
-            return ReadDevice(*this);
-        case FunctionErase:
-            return EraseDevice(*this);
-        case FunctionBlank:
-            return BlankCheckDevice(*this);
-        case FunctionProgram:
-            return ProgramDevice(*this);
-        case FunctionVerify:
-            return VerifyDevice(*this);
-        default:
-            return;
-    }
+    const DeviceFunction* function = FindSeriesFunction(functionCode);
+    if (!function)
+        return;
+    function_ = function->Code;
+    display_.FunctionBegins(function_);
+    function->Run(*this);
 }
 
 int FunctionRun::ProgramWords() const {
@@ -73,34 +58,29 @@ int FunctionRun::EepromBytes() const {
     return std::clamp<int>(device_.EepromBytes, 0, MemoryImage::EepromBytesMax);
 }
 
-std::uint8_t FunctionRun::ReplyByte(int index) const {
-    const auto& reply = link_.State().ReplyBytes;
-    const auto position = static_cast<std::size_t>(index);
-    return position < reply.size() ? reply[position] : std::uint8_t{0};
-}
-
-int FunctionRun::ReplyLength() const {
-    const int came = static_cast<int>(link_.State().ReplyBytes.size());
-    return std::min({static_cast<int>(ReplyByte(0)), came, int{ReadReplyLength}});
-}
-
-void FunctionRun::BeginLine(std::string_view text) {
-    line_ = text;
+void FunctionRun::BeginRegion(Region region) {
+    region_ = region;
+    line_ = HeadingText(function_, region);
     display_.LineBegins(MessageLine, line_);
 }
 
-void FunctionRun::EndLineOk() {
-    EndLine(line_ + OkText);
+void FunctionRun::EndRegion(Region region) {
+    EndLine(HeadingText(function_, region) + OkText, {function_, region, RegionOutcome::Good, {}});
 }
 
-void FunctionRun::EndLine(std::string_view text) {
-    line_ = std::string(text);
-    display_.LineEnds(MessageLine, line_);
-}
-
-void FunctionRun::EndLineFailed(std::string_view text) {
-    EndLine(text);
+void FunctionRun::FailRegion(Region region, const RegionFinding& finding) {
+    const RegionResult result{function_, region, RegionOutcome::Failed, finding};
+    EndLine(FailureText(result), result);
     ErrorFlag = true;
+}
+
+void FunctionRun::EndRegionStopped() {
+    EndLine(line_ + InterruptedText, {function_, region_, RegionOutcome::Interrupted, {}});
+}
+
+void FunctionRun::EndLine(const std::string& text, const RegionResult& result) {
+    line_ = text;
+    display_.LineEnds(MessageLine, line_, result);
 }
 
 void FunctionRun::NextLine() {
@@ -115,7 +95,7 @@ void FunctionRun::ShowProgress(std::int16_t percent) {
 void FunctionRun::Pause(int milliseconds) {
     tmrWait_.SetInterval(std::chrono::milliseconds(milliseconds));
     BeginPeriod();
-    DeliverEventsUntil(events_, [this] { return waitDone_ || StopWanted(); });
+    DeliverEventsUntil(events_, [this] { return waitDone_ || display_.StopRequested(); });
     tmrWait_.Disable();
 }
 
@@ -129,23 +109,29 @@ void FunctionRun::WaitOnePeriod() {
     DeliverEventsUntil(events_, [this] { return waitDone_; });
 }
 
+tl::expected<BlockReply, NoReply> FunctionRun::RequestBlock(int address) {
+    auto reply = link_.RequestBlock(address);
+    if (!reply)
+        ReportDeviceFault();
+    return reply;
+}
+
+tl::expected<WriteReply, NoReply> FunctionRun::WriteBlock(int address, std::uint8_t count) {
+    auto reply = link_.WriteBlock(address, count, image_.Block(address));
+    if (!reply)
+        ReportDeviceFault();
+    return reply;
+}
+
 void FunctionRun::ReportDeviceFault() {
     DeviceFault = true;
     boxes_.Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
-    EndLine(line_ + DeviceFaultText);
-}
-
-bool FunctionRun::StopWanted() const {
-    return watch_ && watch_->StopRequested();
+    EndLine(line_ + DeviceFaultText, {function_, region_, RegionOutcome::DeviceFault, {}});
 }
 
 bool FunctionRun::StopRequested() {
-    Stopped = Stopped || StopWanted();
+    Stopped = Stopped || display_.StopRequested();
     return Stopped;
-}
-
-void FunctionRun::EndLineStopped() {
-    EndLine(line_ + InterruptedText);
 }
 
 void FunctionRun::ClearLines() {

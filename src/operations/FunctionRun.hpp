@@ -2,14 +2,12 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/MemoryImage.hpp"
 #include "link/ProgrammerLink.hpp"
 #include "operations/FunctionDisplay.hpp"
-#include "operations/FunctionWatch.hpp"
 #include "platform/EventDelivery.hpp"
 #include "platform/MessageBoxes.hpp"
 #include "platform/WindowTimer.hpp"
@@ -29,20 +27,15 @@ class FunctionRun {
                 ProgrammerLink& link, WindowTimer& tmrWait, EventDelivery& events,
                 MessageBoxes& boxes, FunctionDisplay& display);
 
-    /// Has `watch` told of the functions and asked whether to go on; it must outlive the run.
-    void SetWatch(FunctionWatch& watch) { watch_ = &watch; }
-
-    /// Tells the board the device type, if the board was found.
-    void TellDeviceType();
-
-    /// Runs the function of a row of the dialog's list, from RunBegins to RunEnds; any other code
-    /// runs nothing. The outcome is in the message lines and in ErrorFlag.
+    /// Runs a function from RunBegins to RunEnds; a code that is none runs nothing. The outcome is
+    /// in the message lines and in ErrorFlag.
     void Run(std::int16_t functionCode, const Regions& regions);
 
-    /// Runs one device function (0..4) without the beginning and end of a run.
-    void RunDeviceFunction(std::int16_t functionCode);
-
     // For the device functions.
+
+    /// Runs one device function (0..4) without the beginning and end of a run; any other code runs
+    /// nothing.
+    void RunDeviceFunction(std::int16_t functionCode);
 
     const DeviceRecord& Device() const { return device_; }
     MemoryImage& Image() { return image_; }
@@ -52,27 +45,22 @@ class FunctionRun {
     FunctionDisplay& Display() { return display_; }
     const Regions& Ticked() const { return regions_; }
 
-    /// Byte `index` of the last reply; 0 where the reply has none.
-    std::uint8_t ReplyByte(int index) const;
-
-    /// The length of the last read reply, by its byte 0; a reply that promises more than came, or
-    /// more than 17, counts as what came, at most 17.
-    int ReplyLength() const;
-
     /// The size of the device's program memory in words and of its EEPROM in bytes, cut to what the
     /// image has room for; never negative.
     int ProgramWords() const;
     int EepromBytes() const;
 
-    /// Replaces the current message line by a region's heading.
-    void BeginLine(std::string_view text);
+    /// Begins a region on the current message line.
+    void BeginRegion(Region region);
 
-    /// Ends the current message line: by "   OK!" behind what it reads, or by another text.
-    void EndLineOk();
-    void EndLine(std::string_view text);
+    /// Begins a region that shows no text of its own; the line reads what it read.
+    void BeginQuietRegion(Region region) { region_ = region; }
 
-    /// Ends the current message line with what was found wrong in the data, and sets ErrorFlag.
-    void EndLineFailed(std::string_view text);
+    /// Ends a region, begun or not, on the current message line.
+    void EndRegion(Region region);
+
+    /// The same for one in which something was found wrong in the data; sets ErrorFlag.
+    void FailRegion(Region region, const RegionFinding& finding = {});
 
     /// Goes on to the next message line.
     void NextLine();
@@ -88,16 +76,20 @@ class FunctionRun {
     /// interruption does not end it: the board needs that time for what it was told.
     void WaitOnePeriod();
 
-    /// The reaction to a reply that did not come: the box, then "   Device Fault!" behind the
-    /// current line. The function must then end at once and send nothing more.
-    void ReportDeviceFault();
+    /// Reads the eight words at byte address `address`. When the reply does not come, that has been
+    /// reported, and the function must end at once and send nothing more; so with WriteBlock.
+    [[nodiscard]] tl::expected<BlockReply, NoReply> RequestBlock(int address);
+
+    /// Writes the image's eight words at byte address `address`, of which the board is to take
+    /// `count`.
+    [[nodiscard]] tl::expected<WriteReply, NoReply> WriteBlock(int address, std::uint8_t count);
 
     /// Asked before every region and every block. True: the function closes the sequence it is in,
     /// as at the end of a region, and ends at once; Stopped is set.
     bool StopRequested();
 
-    /// Ends the current message line by "   Interrupted!" behind what it reads.
-    void EndLineStopped();
+    /// Ends the current message line for a function that was stopped.
+    void EndRegionStopped();
 
     /// Empties all message lines and goes back to the first.
     void ClearLines();
@@ -108,8 +100,9 @@ class FunctionRun {
     bool Stopped = false;          ///< the run was ended before it was through
 
   private:
+    void ReportDeviceFault();
+    void EndLine(const std::string& text, const RegionResult& result);
     void BeginPeriod();
-    bool StopWanted() const;
 
     const DeviceRecord& device_;
     MemoryImage& image_;
@@ -119,15 +112,11 @@ class FunctionRun {
     EventDelivery& events_;
     MessageBoxes& boxes_;
     FunctionDisplay& display_;
-    FunctionWatch* watch_ = nullptr;
     Regions regions_;
-    std::string line_;  // what the current message line reads
+    FunctionCode function_ = FunctionRead;   // the device function that runs
+    Region region_ = Region::ProgramMemory;  // the region begun last
+    std::string line_;                       // what the current message line reads
     bool waitDone_ = false;
 };
-
-/// Texts that several functions use.
-constexpr char OkText[] = "   OK!";
-constexpr char DeviceFaultText[] = "   Device Fault!";
-constexpr char InterruptedText[] = "   Interrupted!";
 
 }  // namespace Tamber

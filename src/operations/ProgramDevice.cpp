@@ -1,73 +1,56 @@
-#include <string>
+#include <optional>
 
 #include "core/Blocks.hpp"
-#include "core/HexText.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "operations/FunctionRun.hpp"
 
 namespace Tamber {
 namespace {
 
-constexpr std::uint8_t BlockWordCount = 8;
-constexpr std::uint8_t HalfBlockWordCount = 4;
-constexpr std::uint8_t StatusWritten = 0x00;
+constexpr int PauseMilliseconds = 1000;
+constexpr std::uint8_t WholeBlock = 8;  // words
+constexpr std::uint8_t HalfBlock = 4;
 
-// What distinguishes the two regions that are written block by block.
-struct WriteRegion {
-    const char* heading;
-    int size;  // words, or EEPROM bytes
-    BlockAddress (*address)(int block);
-    int imageStart;  // image index of block 0
-    int wordStart;   // word address shown as 0
-};
-
-// The word address at which the board refused a block, from the block's address and the low byte
-// in the acknowledgement.
-int FailedWord(const FunctionRun& run, std::uint8_t addrHi) {
-    return (addrHi * 256 + run.ReplyByte(2)) / 2;
+// The word at which the board refused a block, counted from byte address `start`.
+RegionFinding RefusedAt(const WriteReply& reply, int start) {
+    return {reply.FailedAddress / 2 - start / 2, {}, {}};
 }
 
-void ShowFailure(FunctionRun& run, int word) {
-    run.EndLineFailed("Program Error at " + HexWord(static_cast<std::uint32_t>(word)));
+// Ends a region in which the board refused nothing, or a block.
+void EndBlocks(FunctionRun& run, Region region, const std::optional<RegionFinding>& refused) {
+    run.Link().EndWrite();
+    if (refused) {
+        run.FailRegion(region, *refused);
+    } else {
+        run.ShowProgress(100);
+        run.EndRegion(region);
+    }
 }
 
-void EndSequence(FunctionRun& run) {
-    run.Link().SendCommand(CommandWrite);
-    run.Link().SendCommand(CommandEnd);
-}
-
-// False when the board stopped answering or the run is to end.
-bool WriteBlocks(FunctionRun& run, const WriteRegion& region) {
+// Writes `size` words or EEPROM bytes from byte address `start` on. False when the board stopped
+// answering or the run is to end.
+bool WriteBlocks(FunctionRun& run, Region region, int size, int start) {
     if (run.StopRequested())
         return false;
-    run.BeginLine(region.heading);
-    run.Link().SendCommand(CommandWrite);
-    bool written = true;
-    BlockAddress address;
-    for (int block = 0; written && block <= LastBlock(region.size); ++block) {
+    run.BeginRegion(region);
+    run.Link().BeginWrite();
+    std::optional<RegionFinding> refused;
+    for (int block = 0; !refused && block <= LastBlock(size); ++block) {
         if (run.StopRequested()) {
-            EndSequence(run);
-            run.EndLineStopped();
+            run.Link().EndWrite();
+            run.EndRegionStopped();
             return false;
         }
-        run.ShowProgress(Percent(block, BlockCount(region.size)));
-        address = region.address(block);
-        const int index = region.imageStart + block * MemoryImage::BlockBytes;
-        if (!run.Link().WriteBlock(address, BlockWordCount, run.Image().Block(index))) {
-            run.ReportDeviceFault();
+        run.ShowProgress(Percent(block, BlockCount(size)));
+        const auto reply = run.WriteBlock(start + block * MemoryImage::BlockBytes, WholeBlock);
+        if (!reply)
             return false;
-        }
-        written = run.ReplyByte(1) == StatusWritten;
+        if (!reply->Written)
+            refused = RefusedAt(*reply, start);
     }
-    EndSequence(run);
-    if (written) {
-        run.ShowProgress(100);
-        run.EndLineOk();
-    } else {
-        ShowFailure(run, FailedWord(run, address.AddrHi) - region.wordStart);
-    }
+    EndBlocks(run, region, refused);
     run.NextLine();
-    run.Pause(1000);
+    run.Pause(PauseMilliseconds);
     return true;
 }
 
@@ -75,32 +58,25 @@ void WriteConfiguration(FunctionRun& run) {
     if (run.StopRequested())
         return;
     const bool both = run.Ticked().IdLocations && run.Ticked().ConfigurationWord;
-    run.BeginLine("Programming ID and Config...");
-    run.Link().SendCommand(CommandWrite);
-    if (!run.Link().WriteBlock(ConfigurationBlock, both ? BlockWordCount : HalfBlockWordCount,
-                               run.Image().Block(MemoryImage::IdLocations))) {
-        run.ReportDeviceFault();
+    run.BeginRegion(Region::IdAndConfiguration);
+    run.Link().BeginWrite();
+    const auto reply = run.WriteBlock(MemoryImage::IdLocations, both ? WholeBlock : HalfBlock);
+    if (!reply)
         return;
-    }
-    EndSequence(run);
-    if (run.ReplyByte(1) == StatusWritten) {
-        run.ShowProgress(100);
-        run.EndLineOk();
-    } else {
-        ShowFailure(run, FailedWord(run, ConfigurationBlock.AddrHi) - MemoryImage::IdLocations / 2);
-    }
+    std::optional<RegionFinding> refused;
+    if (!reply->Written)
+        refused = RefusedAt(*reply, MemoryImage::IdLocations);
+    EndBlocks(run, Region::IdAndConfiguration, refused);
 }
 
 }  // namespace
 
 void ProgramDevice(FunctionRun& run) {
     const Regions& ticked = run.Ticked();
-    if (ticked.ProgramMemory && !WriteBlocks(run, {"Programming Program Memory...",
-                                                   run.ProgramWords(), ProgramBlock, 0, 0}))
+    if (ticked.ProgramMemory && !WriteBlocks(run, Region::ProgramMemory, run.ProgramWords(), 0))
         return;
     if (ticked.Eeprom && run.EepromBytes() != 0 &&
-        !WriteBlocks(run, {"Programming EEPROM...", run.EepromBytes(), EepromBlock,
-                           MemoryImage::Eeprom, MemoryImage::Eeprom / 2}))
+        !WriteBlocks(run, Region::Eeprom, run.EepromBytes(), MemoryImage::Eeprom))
         return;
     if (ticked.IdLocations || ticked.ConfigurationWord)
         WriteConfiguration(run);

@@ -8,41 +8,31 @@ namespace Tamber {
 namespace {
 
 constexpr int PauseMilliseconds = 100;
-
-// Stores the data bytes of the last reply from image byte `index` on.
-void StoreBlock(FunctionRun& run, int index) {
-    for (int byteIndex = 1; byteIndex < run.ReplyLength(); ++byteIndex)
-        run.Image().SetByte(index + byteIndex - 1, run.ReplyByte(byteIndex));
-}
-
-// Requests a block; false when the board stopped answering, which is then reported.
-bool Request(FunctionRun& run, BlockAddress address) {
-    if (run.Link().RequestBlock(address))
-        return true;
-    run.ReportDeviceFault();
-    return false;
-}
+constexpr int IdBytes = 8;
+constexpr int ConfigurationOffset = MemoryImage::ConfigurationWord - MemoryImage::IdLocations;
 
 // False when the board stopped answering or the run is to end.
-bool ReadBlocks(FunctionRun& run, int size, BlockAddress (*address)(int), int imageStart) {
+bool ReadBlocks(FunctionRun& run, int size, int start) {
     for (int block = 0; block <= LastBlock(size); ++block) {
         if (run.StopRequested()) {
-            run.Link().SendCommand(CommandEnd);
-            run.EndLineStopped();
+            run.Link().EndRead();
+            run.EndRegionStopped();
             return false;
         }
         run.ShowProgress(Percent(block, BlockCount(size)));
-        if (!Request(run, address(block)))
+        const int address = start + block * MemoryImage::BlockBytes;
+        const auto reply = run.RequestBlock(address);
+        if (!reply)
             return false;
-        StoreBlock(run, imageStart + block * MemoryImage::BlockBytes);
+        run.Image().Store(address, std::span(reply->Data).first(std::size_t(reply->Length)));
     }
     return true;
 }
 
-void EndRegion(FunctionRun& run) {
-    run.Link().SendCommand(CommandEnd);
+void EndBlocks(FunctionRun& run, Region region) {
+    run.Link().EndRead();
     run.ShowProgress(100);
-    run.EndLineOk();
+    run.EndRegion(region);
     run.Pause(PauseMilliseconds);
 }
 
@@ -51,53 +41,55 @@ void EndRegion(FunctionRun& run) {
 bool ConvertStream(FunctionRun& run) {
     const int words = run.ProgramWords();
     MemoryImage& image = run.Image();
-    if (!Request(run, {static_cast<std::uint8_t>(2 * words / 256),
-                       static_cast<std::uint8_t>(2 * words % 256)}))
+    const auto closing = run.RequestBlock(2 * words);
+    if (!closing)
         return false;
     image.SetByte(MemoryImage::ConfigurationWord, image.Byte(0));
     image.SetByte(MemoryImage::ConfigurationWord + 1, image.Byte(1));
     for (int index = 0; index < 2 * words - 2; ++index)
         image.SetByte(index, image.Byte(index + 2));
-    for (int byteIndex = 0; words > 0 && byteIndex < 2; ++byteIndex)
-        image.SetByte(2 * words - 2 + byteIndex, run.ReplyByte(1 + byteIndex));
-    for (int byteIndex = 0; byteIndex < 8; ++byteIndex)
-        image.SetByte(MemoryImage::IdLocations + byteIndex, run.ReplyByte(3 + byteIndex));
+    const std::span data(closing->Data);
+    if (words > 0)
+        image.Store(2 * words - 2, data.first(2));
+    image.Store(MemoryImage::IdLocations, data.subspan(2, IdBytes));
     return true;
 }
 
 bool ReadProgramMemory(FunctionRun& run) {
     if (run.StopRequested())
         return false;
-    run.BeginLine("Reading Program Memory...");
-    if (!ReadBlocks(run, run.ProgramWords(), ProgramBlock, 0))
+    run.BeginRegion(Region::ProgramMemory);
+    if (!ReadBlocks(run, run.ProgramWords(), 0))
         return false;
     if (run.Device().TypeCode == StreamTypeCode && !ConvertStream(run))
         return false;
-    EndRegion(run);
+    EndBlocks(run, Region::ProgramMemory);
     return true;
 }
 
 bool ReadEeprom(FunctionRun& run) {
     if (run.StopRequested())
         return false;
-    run.BeginLine("Reading EEPROM...");
-    if (!ReadBlocks(run, run.EepromBytes(), EepromBlock, MemoryImage::Eeprom))
+    run.BeginRegion(Region::Eeprom);
+    if (!ReadBlocks(run, run.EepromBytes(), MemoryImage::Eeprom))
         return false;
-    EndRegion(run);
+    EndBlocks(run, Region::Eeprom);
     return true;
 }
 
 bool ReadConfiguration(FunctionRun& run) {
-    if (run.StopRequested() || !Request(run, ConfigurationBlock))
+    if (run.StopRequested())
         return false;
+    run.BeginQuietRegion(Region::IdAndConfiguration);
+    const auto reply = run.RequestBlock(MemoryImage::IdLocations);
+    if (!reply)
+        return false;
+    const std::span data(reply->Data);
     if (run.Ticked().IdLocations)
-        for (int byteIndex = 0; byteIndex < 8; ++byteIndex)
-            run.Image().SetByte(MemoryImage::IdLocations + byteIndex, run.ReplyByte(1 + byteIndex));
-    if (run.Ticked().ConfigurationWord) {
-        run.Image().SetByte(MemoryImage::ConfigurationWord, run.ReplyByte(15));
-        run.Image().SetByte(MemoryImage::ConfigurationWord + 1, run.ReplyByte(16));
-    }
-    run.Link().SendCommand(CommandEnd);
+        run.Image().Store(MemoryImage::IdLocations, data.first(IdBytes));
+    if (run.Ticked().ConfigurationWord)
+        run.Image().Store(MemoryImage::ConfigurationWord, data.subspan(ConfigurationOffset));
+    run.Link().EndRead();
     return true;
 }
 

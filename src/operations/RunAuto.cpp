@@ -4,11 +4,9 @@
 namespace Tamber {
 
 void RunAuto(FunctionRun& run) {
-    const AutoSequence& series = run.Series();
-    for (int autoStep = 1; autoStep <= series.AutoCount; ++autoStep) {
+    for (const std::int16_t code : run.Series().Codes()) {
         if (run.StopRequested())
             return;
-        const std::int16_t code = series.Entries[static_cast<std::size_t>(autoStep)];
         run.RunDeviceFunction(code);
         if (code == FunctionErase)
             run.WaitOnePeriod();

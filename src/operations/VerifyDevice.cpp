@@ -1,7 +1,6 @@
-#include <string>
+#include <optional>
 
 #include "core/Blocks.hpp"
-#include "core/HexText.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "operations/FunctionRun.hpp"
 
@@ -9,77 +8,80 @@ namespace Tamber {
 namespace {
 
 constexpr int PauseMilliseconds = 100;
+constexpr int IdBytes = 8;
+constexpr int ConfigurationOffset = MemoryImage::ConfigurationWord - MemoryImage::IdLocations;
 
-std::string ErrorAt(int address) {
-    return "Verify Error at " + HexWord(static_cast<std::uint32_t>(address));
+// Bytes of a block, and the image index that the first of them is compared with.
+struct Stretch {
+    int First = 0;
+    int End = 0;
+    int Index = 0;
+    int Step = 1;  // 2 compares the low bytes only
+};
+
+// The first byte of `reply` that differs from the image; its Address is its offset in the block.
+std::optional<RegionFinding> FirstDifference(FunctionRun& run, const BlockReply& reply,
+                                             const Stretch& stretch) {
+    for (int offset = stretch.First; offset < stretch.End; offset += stretch.Step) {
+        const std::uint8_t expected = run.Image().Byte(stretch.Index + offset - stretch.First);
+        const std::uint8_t found = reply.Data[static_cast<std::size_t>(offset)];
+        if (found != expected)
+            return RegionFinding{offset, expected, found};
+    }
+    return std::nullopt;
 }
 
-// True when reply byte `position` is image byte `index`.
-bool Same(FunctionRun& run, int index, int position) {
-    return run.Image().Byte(index) == run.ReplyByte(position);
+// The same at `address` plus the offset in the block.
+std::optional<RegionFinding> Shifted(std::optional<RegionFinding> finding, int address) {
+    if (finding)
+        finding->Address += address;
+    return finding;
 }
 
-// The first position from `first` to `last`, by `step`, at which the last reply differs from the
-// image, whose byte `index` belongs to `first`; 0 when there is none.
-int FirstDifference(FunctionRun& run, int index, int first, int last, int step = 1) {
-    for (int position = first; position <= last; position += step)
-        if (!Same(run, index + position - first, position))
-            return position;
-    return 0;
-}
-
-bool SameConfigurationWord(FunctionRun& run, int position) {
-    return FirstDifference(run, MemoryImage::ConfigurationWord, position, position + 1) == 0;
-}
-
-bool Request(FunctionRun& run, BlockAddress address) {
-    if (run.Link().RequestBlock(address))
-        return true;
-    run.ReportDeviceFault();
-    return false;
+void EndRegion(FunctionRun& run, Region region, const std::optional<RegionFinding>& difference) {
+    if (difference)
+        run.FailRegion(region, *difference);
+    else
+        run.EndRegion(region);
 }
 
 void EndStopped(FunctionRun& run) {
-    run.Link().SendCommand(CommandEnd);
-    run.EndLineStopped();
+    run.Link().EndRead();
+    run.EndRegionStopped();
 }
 
 // What distinguishes the two regions that are compared block by block.
 struct VerifyRegion {
-    const char* heading;
-    int size;  // words, or EEPROM bytes
-    BlockAddress (*address)(int block);
-    int imageStart;
-    int step;  // 2 compares the low bytes only
+    Region Where;
+    int Size;   // words, or EEPROM bytes
+    int Start;  // byte address
+    int Step;
 };
 
 // False when the board stopped answering or the run is to end.
 bool VerifyBlocks(FunctionRun& run, const VerifyRegion& region) {
-    const int blocks = BlockCount(region.size);
-    int difference = -1;
+    const int blocks = BlockCount(region.Size);
+    std::optional<RegionFinding> difference;
     if (run.StopRequested())
         return false;
-    run.BeginLine(region.heading);
-    for (int block = 0; difference < 0 && block < blocks; ++block) {
+    run.BeginRegion(region.Where);
+    for (int block = 0; !difference && block < blocks; ++block) {
         if (run.StopRequested()) {
             EndStopped(run);
             return false;
         }
         run.ShowProgress(Percent(block, blocks));
-        if (!Request(run, region.address(block)))
-            return false;
         const int offset = MemoryImage::BlockBytes * block;
-        if (const int position = FirstDifference(run, region.imageStart + offset, 1,
-                                                 run.ReplyLength() - 1, region.step))
-            difference = offset + position - 1;
+        const auto reply = run.RequestBlock(region.Start + offset);
+        if (!reply)
+            return false;
+        const Stretch whole{0, reply->Length, region.Start + offset, region.Step};
+        difference = Shifted(FirstDifference(run, *reply, whole), offset);
     }
-    run.Link().SendCommand(CommandEnd);
-    if (difference < 0) {
+    run.Link().EndRead();
+    if (!difference)
         run.ShowProgress(100);
-        run.EndLineOk();
-    } else {
-        run.EndLineFailed(ErrorAt(difference));
-    }
+    EndRegion(run, region.Where, difference);
     run.NextLine();
     run.Pause(PauseMilliseconds);
     return true;
@@ -87,30 +89,30 @@ bool VerifyBlocks(FunctionRun& run, const VerifyRegion& region) {
 
 // One request serves both; each has a line of its own, and only a result.
 void VerifyConfiguration(FunctionRun& run) {
-    if (run.StopRequested() || !Request(run, ConfigurationBlock))
+    if (run.StopRequested())
+        return;
+    run.BeginQuietRegion(Region::IdAndConfiguration);
+    const auto reply = run.RequestBlock(MemoryImage::IdLocations);
+    if (!reply)
         return;
     if (run.Ticked().IdLocations) {
-        const bool same = FirstDifference(run, MemoryImage::IdLocations, 1, 8) == 0;
-        run.Link().SendCommand(CommandEnd);
-        if (same)
-            run.EndLine("Verifying ID Locs...   OK!");
-        else
-            run.EndLineFailed("Verify Error at ID Locs");
+        run.Link().EndRead();
+        EndRegion(run, Region::IdLocations,
+                  FirstDifference(run, *reply, {0, IdBytes, MemoryImage::IdLocations}));
         run.NextLine();
         run.Pause(PauseMilliseconds);
     }
     if (run.Ticked().ConfigurationWord) {
-        const bool same = SameConfigurationWord(run, 15);
-        run.Link().SendCommand(CommandEnd);
-        if (same)
-            run.EndLine("Verifying Conig Word...   OK!");
-        else
-            run.EndLineFailed("Verify Error at Config. Word");
+        run.Link().EndRead();
+        EndRegion(run, Region::ConfigurationWord,
+                  FirstDifference(run, *reply,
+                                  {ConfigurationOffset, ConfigurationOffset + 2,
+                                   MemoryImage::ConfigurationWord}));
     }
 }
 
 // The stream of a type-1 device is shifted by one word: block 0 begins with the configuration word,
-// and the block behind the last has the last program word and the ID locations.
+// and the block after the last has the last program word and the ID locations.
 class StreamVerify {
   public:
     explicit StreamVerify(FunctionRun& run) : run_(run), words_(run.ProgramWords()) {}
@@ -119,66 +121,72 @@ class StreamVerify {
         const int blocks = BlockCount(words_);
         if (run_.StopRequested())
             return;
-        run_.BeginLine("Verifying CW...");
+        run_.BeginRegion(Region::StreamConfigurationWord);
         for (int block = 0; block <= blocks; ++block) {
             if (run_.StopRequested())
                 return EndStopped(run_);
             run_.ShowProgress(Percent(block, blocks));
-            if (!Request(run_, ProgramBlock(block)))
+            const auto reply = run_.RequestBlock(MemoryImage::BlockBytes * block);
+            if (!reply)
                 return;
             if (block == 0)
-                VerifyConfigurationWord();
+                VerifyConfigurationWord(*reply);
             if (block < blocks)
-                VerifyMiddle(block);
+                VerifyMiddle(*reply, block);
             if (BlockWords * block == words_)
-                VerifyClosingBlock(block);
+                VerifyClosingBlock(*reply, block);
         }
-        run_.Link().SendCommand(CommandEnd);
+        run_.Link().EndRead();
         run_.ShowProgress(100);
     }
 
   private:
-    void VerifyConfigurationWord() {
-        if (SameConfigurationWord(run_, 1))
-            run_.EndLineOk();
-        else
-            run_.EndLineFailed("Verify Error at CW");
+    void VerifyConfigurationWord(const BlockReply& reply) {
+        EndRegion(run_, Region::StreamConfigurationWord,
+                  FirstDifference(run_, reply, {0, 2, MemoryImage::ConfigurationWord}));
         run_.NextLine();
-        run_.BeginLine("Verifying Program Memory...");
-        errorReported_ = false;
+        run_.BeginRegion(Region::ProgramMemory);
     }
 
-    void Report(int address) {
-        if (!errorReported_)
-            run_.EndLineFailed(ErrorAt(address));
-        errorReported_ = true;
-    }
-
-    // Bytes 1 and 2 are the word before the block and are not looked at.
-    void VerifyMiddle(int block) {
+    // The first two bytes are the word before the block and are not looked at.
+    void VerifyMiddle(const BlockReply& reply, int block) {
         const int start = MemoryImage::BlockBytes * block;
-        if (const int position = FirstDifference(run_, start, 3, run_.ReplyLength() - 1))
-            Report(start + position - 3);
+        Note(Region::ProgramMemory,
+             Shifted(FirstDifference(run_, reply, {2, reply.Length, start}), start - 2));
     }
 
-    void VerifyClosingBlock(int block) {
+    void VerifyClosingBlock(const BlockReply& reply, int block) {
         const int lastWord = 2 * words_ - 2;
-        if (words_ > 0 && FirstDifference(run_, lastWord, 1, 2) != 0)
-            Report(lastWord);
-        if (!errorReported_)
-            run_.EndLineOk();
+        if (words_ > 0)
+            if (auto difference = FirstDifference(run_, reply, {0, 2, lastWord})) {
+                difference->Address = lastWord;
+                Note(Region::ProgramMemory, difference);
+            }
+        EndUnlessFailed(Region::ProgramMemory);
         run_.NextLine();
-        errorReported_ = false;
-        run_.BeginLine("Verifying ID Locs...");
-        if (const int position = FirstDifference(run_, MemoryImage::IdLocations, 3, 10))
-            Report(MemoryImage::BlockBytes * block + position - 3);
-        if (!errorReported_)
-            run_.EndLineOk();
+        run_.BeginRegion(Region::StreamIdLocations);
+        Note(Region::StreamIdLocations,
+             Shifted(FirstDifference(run_, reply, {2, 2 + IdBytes, MemoryImage::IdLocations}),
+                     MemoryImage::BlockBytes * block - 2));
+        EndUnlessFailed(Region::StreamIdLocations);
+    }
+
+    // Only the first difference of a region is shown.
+    void Note(Region region, const std::optional<RegionFinding>& difference) {
+        if (difference && !ErrorReported)
+            run_.FailRegion(region, *difference);
+        ErrorReported = ErrorReported || difference;
+    }
+
+    void EndUnlessFailed(Region region) {
+        if (!ErrorReported)
+            run_.EndRegion(region);
+        ErrorReported = false;
     }
 
     FunctionRun& run_;
     int words_;
-    bool errorReported_ = false;
+    bool ErrorReported = false;
 };
 
 }  // namespace
@@ -188,11 +196,10 @@ void VerifyDevice(FunctionRun& run) {
         return StreamVerify(run).Run();
     const Regions& ticked = run.Ticked();
     if (ticked.ProgramMemory &&
-        !VerifyBlocks(run, {"Verifying Program Memory...", run.ProgramWords(), ProgramBlock, 0, 1}))
+        !VerifyBlocks(run, {Region::ProgramMemory, run.ProgramWords(), 0, 1}))
         return;
     if (ticked.Eeprom && run.EepromBytes() != 0 &&
-        !VerifyBlocks(
-            run, {"Verifying EEPROM...", run.EepromBytes(), EepromBlock, MemoryImage::Eeprom, 2}))
+        !VerifyBlocks(run, {Region::Eeprom, run.EepromBytes(), MemoryImage::Eeprom, 2}))
         return;
     if (ticked.IdLocations || ticked.ConfigurationWord)
         VerifyConfiguration(run);

@@ -5,7 +5,8 @@
 #include <algorithm>
 
 #include "StartUp.hpp"
-#include "core/AutoSequence.hpp"
+#include "operations/DeviceFunctions.hpp"
+#include "operations/FunctionRows.hpp"
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/WindowDesign.hpp"
 
@@ -14,11 +15,6 @@ namespace {
 
 constexpr int ClientWidth = 4665;  // twips
 constexpr int ClientHeight = 2175;
-
-QString NameOf(std::int16_t code) {
-    const std::string_view name = FunctionName(code);
-    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
-}
 
 }  // namespace
 
@@ -63,15 +59,15 @@ void frmEditAuto::MakeControls() {
 }
 
 void frmEditAuto::Form_Load() {
-    for (const FunctionCode code : {FunctionErase, FunctionBlank, FunctionProgram, FunctionVerify})
-        lstIn->addItem(NameOf(code));
+    for (const DeviceFunction& function : DeviceFunctions())
+        if (function.Offered)
+            AddRow(*lstIn, function.Name, function.Code);
     lstIn->setCurrentRow(0);
     const AutoSequence& series = program_.autoSequence;
     count_ = std::max<int>(series.AutoCount, 0);  // a negative count runs and shows nothing
-    for (int entry = 1; entry <= count_; ++entry)
-        if (const QString name = NameOf(series.Entries[static_cast<std::size_t>(entry)]);
-            !name.isEmpty())
-            lstOut->addItem(name);
+    for (const std::int16_t code : series.Codes())
+        if (const DeviceFunction* function = FindSeriesFunction(code))
+            AddRow(*lstOut, function->Name, code);
     EnableMoves();
     if (count_ != 0) {
         cmdMoveLeft->setEnabled(true);
@@ -89,7 +85,7 @@ void frmEditAuto::EnableMoves() {
 void frmEditAuto::cmdMoveRight_Click() {
     if (!lstIn->currentItem())
         return;
-    lstOut->addItem(lstIn->currentItem()->text());
+    lstOut->addItem(lstIn->currentItem()->clone());
     lstOut->scrollToBottom();
     ++count_;
     EnableMoves();
@@ -112,14 +108,11 @@ void frmEditAuto::cmdMoveLeftAll_Click() {
 void frmEditAuto::cmdOk_Click() {
     AutoSequence& series = program_.autoSequence;
     series.AutoCount = static_cast<std::int16_t>(count_);
-    for (int entry = 1; entry <= count_; ++entry) {
-        const QListWidgetItem* row = lstOut->item(entry - 1);
-        const auto code = FunctionCodeOf(row ? row->text().toStdString() : std::string());
-        if (code)
-            series.Entries[static_cast<std::size_t>(entry)] = *code;
-    }
-    if (const auto failure = SaveAutoSequence(AutoSequenceFile(program_), series))
-        boxes_.Show(Describe(*failure), ProgramTitle, BoxIcon::Critical);
+    // Entries without a row keep the codes that they had.
+    for (int row = 0; row < lstOut->count(); ++row)
+        series.Entries[static_cast<std::size_t>(row) + 1] = CodeOf(*lstOut->item(row));
+    if (const auto saved = SaveAutoSequence(AutoSequenceFile(program_), series); !saved)
+        boxes_.Show(Describe(saved.error()), ProgramTitle, BoxIcon::Critical);
     accept();
 }
 

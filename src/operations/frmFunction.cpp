@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <utility>
 
+#include "operations/DeviceFunctions.hpp"
+#include "operations/FunctionRows.hpp"
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/WindowDesign.hpp"
 
@@ -29,21 +31,22 @@ frmFunction::frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link,
     : QDialog(&owner),
       owner_(owner),
       program_(program),
-      device_(program.catalogue.Record(program.settings.SelectedDevice)),
+      device_(SelectedRecord(program)),
       tmrWait(platform.NewTimer()),
       run_(device_, program.image, program.autoSequence, link, *tmrWait, platform.Events(),
            platform.Boxes(), *this),
       reopenViews_(std::move(reopenViews)) {
     MakeControls();
-    Form_Load();
+    Form_Load(link);
 }
 
-void frmFunction::Form_Load() {
-    listFunction->addItems({"Read", "Erase", "Blank", "Program", "Verify", "Auto"});
+void frmFunction::Form_Load(ProgrammerLink& link) {
+    for (const DeviceFunction& function : DeviceFunctions())
+        AddRow(*listFunction, function.Name, function.Code);
     listFunction->setCurrentRow(0);
     run_.ShowProgress(0);
     cmdRun->setEnabled(program_.link.ProgrammerFound);
-    run_.TellDeviceType();
+    link.SelectDeviceType(device_.TypeCode);
     if (device_.EepromBytes == 0) {
         chkEM->setChecked(false);
         chkEM->setEnabled(false);
@@ -58,7 +61,7 @@ void frmFunction::ShowModally() {
 void frmFunction::cmdRun_Click() {
     if (running_)
         return;
-    run_.Run(static_cast<std::int16_t>(HighlightedRow(*listFunction)),
+    run_.Run(HighlightedCode(*listFunction),
              {chkPM->isChecked(), chkEM->isChecked(), chkID->isChecked(), chkCW->isChecked()});
 }
 
@@ -108,7 +111,7 @@ void frmFunction::LineBegins(int line, const std::string& text) {
     ShowLine(*lblMsg.at(static_cast<std::size_t>(line)), QString::fromStdString(text));
 }
 
-void frmFunction::LineEnds(int line, const std::string& text) {
+void frmFunction::LineEnds(int line, const std::string& text, const RegionResult&) {
     LineBegins(line, text);
 }
 

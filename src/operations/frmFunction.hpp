@@ -49,7 +49,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     void MakeOptions();
     void MakeProgress();
     void MakeButtons();
-    void Form_Load();
+    void Form_Load(ProgrammerLink& link);
     void cmdRun_Click();
     void cmdClose_Click();
     void Unload();
@@ -59,7 +59,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     void RunEnds() override;
     void LinesCleared() override;
     void LineBegins(int line, const std::string& text) override;
-    void LineEnds(int line, const std::string& text) override;
+    void LineEnds(int line, const std::string& text, const RegionResult& result) override;
     void ProgressMoves(std::int16_t percent) override;
     void ReadCompletes() override;
     void ImageChanged(const Regions& regions) override;

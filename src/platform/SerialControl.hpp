@@ -1,10 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <filesystem>
 #include <span>
 #include <string>
-#include <string_view>
+#include <tl/expected.hpp>
 #include <vector>
 
 namespace Tamber {
@@ -15,12 +15,11 @@ class SerialControl {
   public:
     virtual ~SerialControl() = default;
 
-    /// Opens COM`commPort` with `settings` ("57600,N,8,1": baud rate, parity, data bits, stop
-    /// bits). The modem-control lines stay as the system sets them. Returns why it failed, as text
-    /// for the user: the system's reason, the path behind the port and, where that helps, what to
-    /// do.
-    [[nodiscard]] virtual std::optional<std::string> PortOpen(int commPort,
-                                                              std::string_view settings) = 0;
+    /// Opens the port at `path` with 57600 baud, no parity, 8 data bits and 1 stop bit. The
+    /// modem-control lines stay as the system sets them. The failure is text for the user: the
+    /// system's reason, the path and, where that helps, what to do.
+    [[nodiscard]] virtual tl::expected<void, std::string> PortOpen(
+        const std::filesystem::path& path) = 0;
 
     /// Sends `bytes` in one write. Bytes for a port that is not open, or has gone away, are lost;
     /// the wait for the reply then times out.

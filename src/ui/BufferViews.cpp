@@ -13,7 +13,7 @@ namespace Tamber {
 BufferViews::BufferViews(QMdiArea& area, const modFunc& program) : area_(area), program_(program) {}
 
 bool BufferViews::HasEeprom() const {
-    return program_.catalogue.Record(program_.settings.SelectedDevice).EepromBytes != 0;
+    return SelectedRecord(program_).EepromBytes != 0;
 }
 
 // The title is set last: the area fits it into the frame anew at every step of the making.

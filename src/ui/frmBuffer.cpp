@@ -39,7 +39,7 @@ frmBuffer::frmBuffer(const modFunc& program) : program_(program), DumpHeader(Pro
     setObjectName("frmBuffer");
     setWindowTitle("Program Memory");
     MakeControls();
-    const DeviceRecord& device = program_.catalogue.Record(program_.settings.SelectedDevice);
+    const DeviceRecord& device = SelectedRecord(program_);
     vsc->setRange(0, ProgramDumpTopRowMax(device.ProgramWords));
     UpdateBuffer();
 }
@@ -65,7 +65,7 @@ void frmBuffer::MakeControls() {
 }
 
 void frmBuffer::UpdateBuffer() {
-    const DeviceRecord& device = program_.catalogue.Record(program_.settings.SelectedDevice);
+    const DeviceRecord& device = SelectedRecord(program_);
     DumpBody = ProgramDump(program_.image, TopRow);
     txtBuffer->ShowDump(DumpHeader + DumpBody);
     lblAddress->setText(

@@ -16,7 +16,7 @@ frmEEPROM::frmEEPROM(const modFunc& program)
 }
 
 void frmEEPROM::UpdateBuffer() {
-    const DeviceRecord& device = program_.catalogue.Record(program_.settings.SelectedDevice);
+    const DeviceRecord& device = SelectedRecord(program_);
     DumpBody = EepromDump(program_.image, device.EepromBytes);
     txtBuffer->ShowDump(DumpHeader + DumpBody);
 }

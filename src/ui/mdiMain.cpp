@@ -15,6 +15,7 @@
 #include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
+#include "platform/PortPath.hpp"
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/ManualWindow.hpp"
 #include "ui/StatusBar.hpp"
@@ -58,12 +59,8 @@ void mdiMain::MakeDocumentArea() {
     resize(RoomForViews.boundedTo(screen()->availableSize() - QSize(0, 40)));
 }
 
-const DeviceRecord& mdiMain::SelectedRecord() const {
-    return program_.catalogue.Record(program_.settings.SelectedDevice);
-}
-
 void mdiMain::ShowSelectedDevice() {
-    const DeviceRecord& device = SelectedRecord();
+    const DeviceRecord& device = SelectedRecord(program_);
     sbar->SetPanel(2, "Device: " + OutsideText(device.Name));
     sbar->SetPanel(
         3, "Size: " +
@@ -74,12 +71,13 @@ void mdiMain::ShowSelectedDevice() {
 void mdiMain::MDIForm_Load() {
     Activated = false;
     ShowSelectedDevice();
-    if (const auto failure = link_.OpenPort(program_.settings.CommPortNumber)) {
-        ShowPortFailure(*failure);
+    const int port = program_.settings.CommPortNumber;
+    if (const auto opened = link_.OpenPort(PortPath(program_.AppPath, port)); !opened) {
+        ShowPortFailure(opened.error());
         return;
     }
     link_.IdentifyProgrammer();
-    sbar->SetPanel(1, "COM" + QString::number(program_.settings.CommPortNumber));
+    sbar->SetPanel(1, "COM" + QString::number(port));
     BufferClearAll_Click();
 }
 
@@ -113,8 +111,7 @@ void mdiMain::MDIForm_Activate() {
 
 void mdiMain::ShowProgrammerInfo() {
     if (program_.link.ProgrammerFound)
-        platform_.Boxes().Show(Describe(IdentityOf(program_.link.ReplyBytes)), ProgramTitle,
-                               BoxIcon::None);
+        platform_.Boxes().Show(Describe(program_.link.Board), ProgramTitle, BoxIcon::None);
     else
         platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
     BufferView_Click();
@@ -133,8 +130,8 @@ void mdiMain::closeEvent(QCloseEvent* event) {
 }
 
 void mdiMain::MDIForm_Unload() {
-    if (const auto failure = SaveSettings(SettingsFile(program_), program_.settings))
-        platform_.Boxes().Show(Describe(*failure), ProgramTitle, BoxIcon::Critical);
+    if (const auto saved = SaveSettings(SettingsFile(program_), program_.settings); !saved)
+        platform_.Boxes().Show(Describe(saved.error()), ProgramTitle, BoxIcon::Critical);
 }
 
 void mdiMain::ReopenViews(const Regions& regions) {
@@ -152,11 +149,11 @@ void mdiMain::FileLoad_Click() {
 }
 
 void mdiMain::OpenHexFile() {
-    const HexReadResult result = LoadHexFile(cdia->FileName(), program_.image);
-    if (const std::string_view text = HexFailureText(result.Outcome); !text.empty())
-        platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
-    if (result.Outcome != HexOutcome::Loaded)
+    if (const auto loaded = LoadHexFile(cdia->FileName(), program_.image); !loaded) {
+        if (const std::string_view text = HexFailureText(loaded.error().Fault); !text.empty())
+            platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
         return;
+    }
     sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
     views_->CloseAll();
     BufferView_Click();
@@ -165,7 +162,7 @@ void mdiMain::OpenHexFile() {
 void mdiMain::FileSave_Click() {
     if (!cdia->ShowSave())
         return;
-    if (!SaveHexFile(cdia->FileName(), program_.image, SelectedRecord().ProgramWords))
+    if (SaveHexFile(cdia->FileName(), program_.image, SelectedRecord(program_).ProgramWords))
         sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
 }
 
@@ -178,7 +175,7 @@ void mdiMain::BufferView_Click() {
 }
 
 void mdiMain::BufferClearPM_Click() {
-    program_.image.ClearProgramMemory(SelectedRecord().TypeCode);
+    program_.image.ClearProgramMemory(SelectedRecord(program_).TypeCode);
     views_->ReopenProgramMemory();
 }
 

@@ -49,7 +49,6 @@ class mdiMain : public QMainWindow {
     void MDIForm_Unload();
     void ShowProgrammerInfo();
     void ShowPortFailure(const std::string& reason);
-    const DeviceRecord& SelectedRecord() const;
 
     void FileLoad_Click();
     void FileSave_Click();

@@ -23,8 +23,7 @@ class FakeMachine final : public Machine {
 
     EventDelivery& Events() override { return desktop.Events(); }
     std::unique_ptr<WindowTimer> NewTimer() override { return desktop.NewTimer(); }
-    std::unique_ptr<SerialControl> NewSerialControl(const std::filesystem::path& path) override {
-        openedPath = path;
+    std::unique_ptr<SerialControl> NewSerialControl() override {
         return desktop.NewSerialControl();
     }
     std::vector<SerialPortEntry> SerialPorts() override { return ports; }
@@ -35,7 +34,6 @@ class FakeMachine final : public Machine {
     void InterruptIn(std::chrono::milliseconds time);
 
     FakeDesktop& desktop;
-    std::filesystem::path openedPath;
     std::vector<SerialPortEntry> ports;
     int interruptAfter = -1;  ///< frames sent; below 0: never
 

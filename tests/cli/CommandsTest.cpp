@@ -56,7 +56,7 @@ TEST_F(CliTest, IdentifyEndsItsWaitWhenTheBoardHasSpoken) {
     const Ran identified = Run({"identify"});
     EXPECT_EQ(identified.Out, "Device: TAMBR\nVersion 1.0\n");
     EXPECT_EQ(desktop.now, std::chrono::milliseconds(20));
-    EXPECT_EQ(machine.openedPath, "/dev/ttyS0");
+    EXPECT_EQ(desktop.openedPath, "/dev/ttyS0");
     EXPECT_THAT(Wire(), ElementsAre("01 54"));
 
     Simulator::FaultPlan tooMuch;
@@ -68,9 +68,9 @@ TEST_F(CliTest, IdentifyEndsItsWaitWhenTheBoardHasSpoken) {
 TEST_F(CliTest, PortsAreGivenByNumberOrPath) {
     std::filesystem::create_symlink("/dev/ttyUSB7", folder / "com2");
     Run({"identify", "--port", "2"});
-    EXPECT_EQ(machine.openedPath, folder / "com2");
+    EXPECT_EQ(desktop.openedPath, folder / "com2");
     Run({"identify", "--port", "/dev/ttyUSB7"});
-    EXPECT_EQ(machine.openedPath, "/dev/ttyUSB7");
+    EXPECT_EQ(desktop.openedPath, "/dev/ttyUSB7");
     desktop.portFailure = "Access denied";
     const Ran byNumber = Run({"blank", "--port", "2"});
     EXPECT_EQ(byNumber.Status, 4);

@@ -109,12 +109,13 @@ TEST(InspectHexText, AgreesWithTheLoader) {
             continue;
         const std::string text = FileText(entry.path());
         const HexInspection inspection = InspectHexText(text, device);
-        HexRecordTable table;
-        ASSERT_EQ(inspection.Load, ReadHexRecords(text, table)) << entry.path();
-        if (inspection.Load.Outcome != HexOutcome::Loaded) {
+        const auto table = ReadHexRecords(text);
+        ASSERT_EQ(inspection.Refusal.has_value(), !table) << entry.path();
+        if (!table) {
+            EXPECT_EQ(*inspection.Refusal, table.error()) << entry.path();
             ++refused;
             EXPECT_TRUE(std::ranges::any_of(inspection.Findings, [&](const HexFinding& finding) {
-                return finding.Line == inspection.Load.Line;
+                return finding.Line == inspection.Refusal->Line;
             })) << entry.path();
             continue;
         }
@@ -122,7 +123,7 @@ TEST(InspectHexText, AgreesWithTheLoader) {
         image.ClearProgramMemory(device.TypeCode);
         image.ClearEeprom();
         image.ClearConfiguration();
-        CopyRecords(table, image);
+        CopyRecords(*table, image);
         EXPECT_EQ(inspection.Image, image) << entry.path();
     }
     EXPECT_GT(refused, 10);

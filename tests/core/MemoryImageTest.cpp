@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <cmath>
+#include <limits>
+
+#include "core/Blocks.hpp"
 #include "core/DeviceCatalogue.hpp"
-#include "core/MemoryImage.hpp"
+#include "core/HexText.hpp"
+#include "core/ImageSummary.hpp"
 
 namespace Tamber {
 namespace {
@@ -53,6 +59,63 @@ TEST(MemoryImageDeathTest, AnIndexOutsideImageOrCatalogueEndsTheProgram) {
     EXPECT_EQ(catalogue.Record(50).Name, "");
     EXPECT_DEATH((void)catalogue.Record(51), "");
     EXPECT_DEATH((void)catalogue.Record(-1), "");
+}
+
+TEST(ImageSummary, ChecksumTakesAsManyBytesAsTheDeviceHasWords) {
+    MemoryImage image;
+    image.ClearProgramMemory(7);
+    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C00U);
+    image.SetByte(1023, 0x40);
+    image.SetByte(1024, 0x00);
+    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C01U);
+    EXPECT_EQ(ProgramChecksum(image, 0), 0U);
+    for (int index = 0; index < 8192; ++index)
+        image.SetByte(index, 0xFF);
+    EXPECT_EQ(ProgramChecksum(image, 8192), 8192U * 0xFF % 65536);
+}
+
+TEST(ImageSummary, Configuration) {
+    MemoryImage image;
+    for (int index = 0; index < 16; ++index)
+        image.SetByte(0x4000 + index, static_cast<std::uint8_t>(0x10 + index));
+    EXPECT_EQ(IdLocationsText(image), "10121416");
+    EXPECT_EQ(ConfigurationWordText(image), "1F1E");
+}
+
+TEST(HexText, WordsHaveFourDigitsOrMoreBytesTwoAndDigitsReadBackInEitherCase) {
+    const std::tuple<std::uint32_t, const char*, const char*> table[] = {
+        {0, "0000", "0"},
+        {0xF, "000F", "F"},
+        {0x10, "0010", "10"},
+        {0xFFF, "0FFF", "FFF"},
+        {0x1000, "1000", "1000"},
+        {0xFFFF, "FFFF", "FFFF"},
+        {0x1ABCD, "1ABCD", "1ABCD"},
+        {0xFFFFFFFF, "FFFFFFFF", "FFFFFFFF"}};
+    for (const auto& [value, word, number] : table) {
+        EXPECT_EQ(HexWord(value), word);
+        EXPECT_EQ(HexNumber(value), number);
+    }
+    for (int value = 0; value < 256; ++value) {
+        EXPECT_EQ("00" + HexByte(static_cast<std::uint8_t>(value)),
+                  HexWord(static_cast<std::uint32_t>(value)));
+        const std::string digit(1, static_cast<char>(value));
+        EXPECT_EQ(HexDigitValue(digit[0]),
+                  std::isxdigit(value) ? std::stoi(digit, nullptr, 16) : -1)
+            << value;
+    }
+}
+
+// The processor's own rounding to the nearest whole number, halves to the even one, is the measure.
+TEST(Blocks, SizesThatAreNoMultipleOfABlockRoundToTheNearestHalvesToEven) {
+    const auto check = [](int size) {
+        EXPECT_EQ(BlockCount(size), std::nearbyint(size / 8.0)) << size;
+        EXPECT_EQ(LastBlock(size), std::nearbyint(size / 8.0 - 1)) << size;
+    };
+    for (int size = -100; size <= 8300; ++size)
+        check(size);
+    check(std::numeric_limits<int>::min());
+    check(std::numeric_limits<int>::max());
 }
 
 }  // namespace

@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <optional>
-
+#include "StartUp.hpp"
 #include "TestFolder.hpp"
-#include "core/AutoSequence.hpp"
-#include "core/DeviceCatalogue.hpp"
-#include "core/Settings.hpp"
 
 namespace Tamber {
 namespace {
@@ -18,96 +14,167 @@ template <typename Load>
 void ExpectFailures(const std::string& folder, const Load& load) {
     for (const auto& row : Expectations(Data / folder)) {
         const fs::path file = Data / folder / row[0];
-        const std::optional<FileFailure> failure = load(file);
-        ASSERT_TRUE(failure) << file;
-        EXPECT_EQ(failure->File, file.string());
+        const auto loaded = load(file);
+        ASSERT_FALSE(loaded) << file;
+        const FileFailure& failure = loaded.error();
+        EXPECT_EQ(failure.File, file.string());
         const std::string place =
-            "line " + std::to_string(failure->Line) + ", field " + std::to_string(failure->Field);
-        const std::string expected = failure->Expected.substr(0, failure->Expected.find(','));
-        EXPECT_EQ((std::vector{row[0], place, failure->Found, expected}), row);
+            "line " + std::to_string(failure.Line) + ", field " + std::to_string(failure.Field);
+        const std::string expected = failure.Expected.substr(0, failure.Expected.find(','));
+        EXPECT_EQ((std::vector{row[0], place, failure.Found, expected}), row);
     }
 }
 
 TEST(BrokenFiles, AreRefusedAtTheValueThatIsWrong) {
-    ExpectFailures("devices", [](const fs::path& file) { return DeviceCatalogue().Load(file, 3); });
-    ExpectFailures("settings", [](const fs::path& file) {
-        Settings settings;
-        return LoadSettings(file, settings);
-    });
-    ExpectFailures("series", [](const fs::path& file) {
-        AutoSequence sequence;
-        return LoadAutoSequence(file, sequence);
-    });
+    ExpectFailures("devices", [](const fs::path& file) { return DeviceCatalogue::Load(file, 3); });
+    ExpectFailures("settings", LoadSettings);
+    ExpectFailures("series", LoadAutoSequence);
 }
 
 TEST(WellFormedFiles, ADeviceListReadsTheSameInEveryLayout) {
+    const std::vector<DeviceRecord> expected{{"", 0, 0, 0, 0},
+                                             {"PIC16F84A", 7, 1024, 64, 1},
+                                             {"PIC12C508A, boxed", 1, 512, 0, 0},
+                                             {"Largest", 32767, 2147483647, -32768, -1},
+                                             {"", 0, 0, 0, 0}};
     for (const auto& entry : fs::directory_iterator(Data / "devices/well-formed")) {
-        const fs::path& name = entry.path();
-        DeviceCatalogue catalogue;
-        const auto failure = catalogue.Load(name, 3);
-        ASSERT_FALSE(failure) << Describe(*failure);
-        const auto expect = [&](int slot, const char* device, int type, int words, int eeprom,
-                                int erase) {
-            const DeviceRecord& record = catalogue.Record(slot);
-            EXPECT_EQ(record.Name, device) << name;
-            EXPECT_EQ(record.TypeCode, type) << name;
-            EXPECT_EQ(record.ProgramWords, words) << name;
-            EXPECT_EQ(record.EepromBytes, eeprom) << name;
-            EXPECT_EQ(record.EraseSupported, erase) << name;
-        };
-        expect(0, "", 0, 0, 0, 0);
-        expect(1, "PIC16F84A", 7, 1024, 64, 1);
-        expect(2, "PIC12C508A, boxed", 1, 512, 0, 0);
-        expect(3, "Largest", 32767, 2147483647, -32768, -1);
-        expect(4, "", 0, 0, 0, 0);
+        const auto catalogue = DeviceCatalogue::Load(entry.path(), 3);
+        ASSERT_TRUE(catalogue) << Describe(catalogue.error());
+        for (int slot = 0; slot < std::ssize(expected); ++slot)
+            EXPECT_EQ(catalogue->Record(slot), expected[static_cast<std::size_t>(slot)])
+                << entry.path() << " " << slot;
+    }
+}
+
+TEST(WellFormedFiles, NamesAreUtf8WhateverTheListsEncoding) {
+    const TestFolder folder;
+    for (const auto& [name, expected] :
+         {std::pair{"Ger\xC3\xA4t", "Ger\xC3\xA4t"},
+          {"Ger\xE4t", "Ger\xC3\xA4t"},
+          {"\xE2\x82\xAC \xF0\x9F\x94\x8C", "\xE2\x82\xAC \xF0\x9F\x94\x8C"},
+          {"\xC0\xAF", "\xC3\x80\xC2\xAF"},
+          {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"}}) {
+        folder.Write("tamber.dev", std::string(name) + ",7,1,0,0");
+        EXPECT_EQ(DeviceCatalogue::Load(folder / "tamber.dev", 1)->Record(1).Name, expected);
     }
 }
 
 TEST(WellFormedFiles, SettingsReadTheSameInEveryLayoutAndAreSavedInOne) {
-    for (const auto& entry : fs::directory_iterator(Data / "settings/well-formed")) {
-        const fs::path& name = entry.path();
-        const TestFolder folder;
-        folder.Write("tamber.cfg", FileText(name));
-        Settings settings;
-        const auto failure = LoadSettings(folder / "tamber.cfg", settings);
-        ASSERT_FALSE(failure) << Describe(*failure);
-        EXPECT_EQ(settings.CommPortNumber, 2) << name;
-        EXPECT_EQ(settings.DeviceCount, -1) << name;
-        EXPECT_EQ(settings.SelectedDevice, 50) << name;
-        EXPECT_FALSE(SaveSettings(folder / "tamber.cfg", settings));
-        EXPECT_EQ(FileText(folder / "tamber.cfg"), "2\r\n-1\r\n50\r\n") << name;
-    }
     const TestFolder folder;
-    const auto failure = SaveSettings(folder / "none/tamber.cfg", {1, 12, 3});
-    ASSERT_TRUE(failure);
-    EXPECT_EQ(failure->Found, "No such file or directory");
+    for (const auto& entry : fs::directory_iterator(Data / "settings/well-formed")) {
+        folder.Write("tamber.cfg", FileText(entry.path()));
+        const auto settings = LoadSettings(folder / "tamber.cfg");
+        ASSERT_TRUE(settings) << Describe(settings.error());
+        EXPECT_TRUE(SaveSettings(folder / "tamber.cfg", *settings));
+        EXPECT_EQ(FileText(folder / "tamber.cfg"), "2\r\n-1\r\n50\r\n") << entry.path();
+    }
+    EXPECT_EQ(SaveSettings(folder / "none/tamber.cfg", {1, 12, 3}).error().Found,
+              "No such file or directory");
 }
 
-TEST(WellFormedFiles, AnAutoSeriesIsTakenAsItStands) {
-    const struct {
-        std::string text;
-        std::vector<int> entries;
-        int count;
-    } table[] = {
-        {"4\r\n1\r\n2\r\n3\r\n4\r\n", {1, 2, 3, 4}, 4},
-        {"2,0 , 1,x,x", {0, 1}, 2},
-        {"0\r\n", {}, 0},
-        {"-7", {}, -7},
-        {"3\n32767\n-32768\n5", {32767, -32768, 5}, 3},
+TEST(WellFormedFiles, AnAutoSeriesIsTakenAsItStandsAndSavedInOneForm) {
+    const std::string ones = "1\r\n1\r\n1\r\n1\r\n1\r\n1\r\n1\r\n1\r\n1\r\n";
+    const std::pair<std::string, std::string> table[] = {
+        {"4\r\n1\r\n2\r\n3\r\n4\r\n", "4\r\n1\r\n2\r\n3\r\n4\r\n"},
+        {"2,0 , 1,x,x", "2\r\n0\r\n1\r\n"},
+        {"0\r\n", "0\r\n"},
+        {"-7", "-7\r\n"},
+        {"3\n32767\n-32768\n5", "3\r\n32767\r\n-32768\r\n5\r\n"},
         {"20" + std::string(18, '\n') + "1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,4,2",
-         {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 4},
-         20},
+         "20\r\n" + ones + ones + "1\r\n4\r\n"},
     };
-    for (const auto& row : table) {
-        const TestFolder folder;
-        folder.Write("auto.cfg", row.text);
-        AutoSequence sequence;
-        const auto failure = LoadAutoSequence(folder / "auto.cfg", sequence);
-        ASSERT_FALSE(failure) << Describe(*failure);
-        EXPECT_EQ(sequence.AutoCount, row.count);
-        for (std::size_t entry = 0; entry < row.entries.size(); ++entry)
-            EXPECT_EQ(sequence.Entries[entry + 1], row.entries[entry]) << row.text;
+    const TestFolder folder;
+    for (const auto& [text, saved] : table) {
+        folder.Write("auto.cfg", text);
+        const auto series = LoadAutoSequence(folder / "auto.cfg");
+        ASSERT_TRUE(series) << Describe(series.error());
+        EXPECT_TRUE(SaveAutoSequence(folder / "auto.cfg", *series));
+        EXPECT_EQ(FileText(folder / "auto.cfg"), saved);
     }
+}
+
+std::string Devices(int count) {
+    std::string text;
+    for (int device = 1; device <= count; ++device)
+        text += "\"Device " + std::to_string(device) + "\",7,1024,64,1\r\n";
+    return text;
+}
+
+// The file that start-up blames, "" for a start; whatever happens, nothing is written.
+std::string Blamed(const TestFolder& folder, modFunc& program) {
+    const auto before = folder.Files();
+    const auto started = StartUp(folder.Path(), program);
+    EXPECT_EQ(folder.Files(), before);
+    return started ? "" : fs::path(started.error().File).filename().string();
+}
+
+TEST(StartUp, ReadsSettingsThenDeviceListThenAutoSeriesAndStopsAtTheFirstFailure) {
+    const TestFolder folder;
+    const auto program = std::make_unique<modFunc>();
+    EXPECT_EQ(Blamed(folder, *program), "tamber.cfg");
+    folder.Write("auto.cfg", "not a series");
+    folder.Write("tamber.dev", Devices(1));
+    folder.Write("tamber.cfg", "1\r\n2\r\nx\r\n");
+    EXPECT_EQ(Blamed(folder, *program), "tamber.cfg");
+    folder.Write("tamber.cfg", "1\r\n2\r\n1\r\n");
+    EXPECT_EQ(Blamed(folder, *program), "tamber.dev");
+    folder.Write("tamber.dev", Devices(3));
+    EXPECT_EQ(Blamed(folder, *program), "auto.cfg");
+    folder.Write("auto.cfg", "1\r\n4\r\n");
+    EXPECT_EQ(Blamed(folder, *program), "");
+
+    EXPECT_EQ(program->AppPath, folder.Path());
+    EXPECT_EQ(SelectedRecord(*program).Name, "Device 1");
+    EXPECT_EQ(program->catalogue.Record(2).Name, "Device 2");
+    EXPECT_EQ(program->catalogue.Record(3).Name, "") << "only as many as the settings count";
+    EXPECT_EQ(program->autoSequence.Entries[1], FunctionVerify);
+    EXPECT_EQ(program->image, MemoryImage());
+}
+
+TEST(StartUp, TheDeviceListMustExistAndMayHoldNoneToFiftyDevices) {
+    const TestFolder folder;
+    const auto program = std::make_unique<modFunc>();
+    folder.Write("tamber.cfg", "2,0,0");
+    folder.Write("auto.cfg", "0");
+    EXPECT_EQ(Blamed(folder, *program), "tamber.dev");
+    folder.Write("tamber.dev", "");
+    EXPECT_EQ(Blamed(folder, *program), "");
+
+    folder.Write("tamber.dev", Devices(51));
+    folder.Write("tamber.cfg", "2,50,50");
+    EXPECT_EQ(Blamed(folder, *program), "");
+    EXPECT_EQ(SelectedRecord(*program).Name, "Device 50");
+    folder.Write("tamber.cfg", "2,51,50");
+    EXPECT_EQ(Describe(StartUp(folder.Path(), *program).error()),
+              (folder / "tamber.dev").string() +
+                  "\nFound: 51 devices asked for by the settings\nExpected: at most 50 devices\n"
+                  "Correct the device count, the second value of the settings file, and start "
+                  "Tamber again.");
+    folder.Write("tamber.cfg", "1, COM2");
+    EXPECT_EQ(Describe(StartUp(folder.Path(), *program).error()),
+              (folder / "tamber.cfg").string() +
+                  ", line 1, field 2\nFound: \"COM2\"\n"
+                  "Expected: the device count, a whole number from -32768 to 32767\n"
+                  "Correct the file and start Tamber again.");
+}
+
+TEST(StartUp, TheDataFilesThatComeWithTheProgramFitTheImage) {
+    const auto program = std::make_unique<modFunc>();
+    const auto started = StartUp(SAMPLE_DATA, *program);
+    ASSERT_TRUE(started) << Describe(started.error());
+    EXPECT_FALSE(SelectedRecord(*program).Name.empty());
+    std::set<std::string> names;
+    for (int slot = 1; slot <= program->settings.DeviceCount; ++slot) {
+        const DeviceRecord& record = program->catalogue.Record(slot);
+        EXPECT_TRUE(names.insert(record.Name).second) << record.Name << " comes twice";
+        EXPECT_GE(record.TypeCode, 1) << record.Name;
+        EXPECT_GT(record.ProgramWords, 0) << record.Name;
+        EXPECT_LE(record.ProgramWords, MemoryImage::ProgramWordsMax) << record.Name;
+        EXPECT_GE(record.EepromBytes, 0) << record.Name;
+        EXPECT_LE(record.EepromBytes, MemoryImage::EepromBytesMax) << record.Name;
+    }
+    for (const std::int16_t code : program->autoSequence.Codes())
+        EXPECT_LE(code, FunctionVerify);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "TestFolder.hpp"
 #include "core/TextFile.hpp"
+#include "platform/PortPath.hpp"
 
 namespace Tamber {
 namespace {
@@ -14,18 +15,18 @@ using Files = std::map<std::string, std::string>;
 TEST(TextFile, ReadingSaysWhyItFailed) {
     const TestFolder folder;
     folder.Write("file", std::string("a\0\r\n", 4));
-    EXPECT_EQ(ReadTextFile(folder / "file", 4).Value(), std::string("a\0\r\n", 4));
-    EXPECT_EQ(ReadTextFile(folder / "file", 3).Failure(), "File too large");
-    EXPECT_EQ(ReadTextFile(folder / "none").Failure(), "No such file or directory");
-    EXPECT_EQ(ReadTextFile(folder.Path()).Failure(), "Is a directory");
+    EXPECT_EQ(ReadTextFile(folder / "file", 4).value(), std::string("a\0\r\n", 4));
+    EXPECT_EQ(ReadTextFile(folder / "file", 3).error(), "File too large");
+    EXPECT_EQ(ReadTextFile(folder / "none").error(), "No such file or directory");
+    EXPECT_EQ(ReadTextFile(folder.Path()).error(), "Is a directory");
 }
 
 TEST(TextFile, ReplacingKeepsPermissionsAndLeavesNothingBeside) {
     const TestFolder folder;
-    EXPECT_EQ(ReplaceTextFile(folder / "file", "first, and longer"), std::nullopt);
+    EXPECT_TRUE(ReplaceTextFile(folder / "file", "first, and longer"));
     const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
     fs::permissions(folder / "file", mode);
-    EXPECT_EQ(ReplaceTextFile(folder / "file", "second"), std::nullopt);
+    EXPECT_TRUE(ReplaceTextFile(folder / "file", "second"));
     EXPECT_EQ(folder.Files(), (Files{{"file", "second"}}));
     EXPECT_EQ(fs::status(folder / "file").permissions(), mode);
 }
@@ -34,7 +35,7 @@ TEST(TextFile, AFileOfTheUsersBesideTheTargetIsLeftAlone) {
     const TestFolder folder;
     folder.Write("file.new", "mine");
     fs::create_symlink(folder / "elsewhere", folder / "file.new1");
-    EXPECT_EQ(ReplaceTextFile(folder / "file", "text"), std::nullopt);
+    EXPECT_TRUE(ReplaceTextFile(folder / "file", "text"));
     EXPECT_EQ(FileText(folder / "file.new"), "mine");
     EXPECT_TRUE(fs::is_symlink(folder / "file.new1"));
     EXPECT_FALSE(fs::exists(folder / "elsewhere"));
@@ -47,7 +48,7 @@ TEST(TextFile, ALinkIsFollowedAndStaysALink) {
     fs::create_symlink("kept/file", folder / "near");
     fs::create_symlink(folder / "near", folder / "far");
     for (const std::string text : {"made at the link's end", "replaced"}) {
-        EXPECT_EQ(ReplaceTextFile(folder / "far", text), std::nullopt);
+        EXPECT_TRUE(ReplaceTextFile(folder / "far", text));
         EXPECT_EQ(FileText(folder / "kept/file"), text);
         EXPECT_TRUE(fs::is_symlink(folder / "far") && fs::is_symlink(folder / "near"));
     }
@@ -67,7 +68,7 @@ TEST(TextFile, WhatCannotBeReplacedStaysAsItWasWithAReason) {
                  {"round", "Too many levels of symbolic links"},
                  {"pipe", "Not a regular file"}};
     for (const auto& row : table) {
-        EXPECT_EQ(ReplaceTextFile(folder / row.name, "text"), row.reason) << row.name;
+        EXPECT_EQ(ReplaceTextFile(folder / row.name, "text").error(), row.reason) << row.name;
         EXPECT_EQ(folder.Files(), before) << row.name;
     }
 }
@@ -81,9 +82,9 @@ TEST(TextFile, AWriteProtectedFileIsNotReplaced) {
     const bool allPowerful = user == 0;  // for whom nothing is protected
     if (allPowerful && seteuid(65'534) != 0)
         GTEST_SKIP() << "cannot become a user without special rights";
-    const auto reason = ReplaceTextFile(folder / "file", "text");
+    const auto replaced = ReplaceTextFile(folder / "file", "text");
     ASSERT_EQ(seteuid(user), 0);
-    EXPECT_EQ(reason, "Permission denied");
+    EXPECT_EQ(replaced.error(), "Permission denied");
     EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
 }
 
@@ -95,11 +96,21 @@ TEST(TextFile, ADiskThatFillsUpLeavesTheOldFileWholeAndNoHalfBesideIt) {
     const rlimit little{1000, limit.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
-    const auto reason = ReplaceTextFile(folder / "file", std::string(100'000, 'x'));
+    const auto replaced = ReplaceTextFile(folder / "file", std::string(100'000, 'x'));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(reason, "File too large");
+    EXPECT_EQ(replaced.error(), "File too large");
     EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
+}
+
+TEST(PortPath, LinkInTheFolderGoesBeforeTheSystemsPorts) {
+    const TestFolder folder;
+    folder.Write("com2", "");
+    fs::create_symlink("/nowhere/at/all", folder / "com3");
+    EXPECT_EQ(PortPath(folder.Path(), 1), "/dev/ttyS0");
+    EXPECT_EQ(PortPath(folder.Path(), 2), folder / "com2");
+    EXPECT_EQ(PortPath(folder.Path(), 3), folder / "com3") << "a board that went away";
+    EXPECT_EQ(PortPath(folder.Path(), 4), "/dev/ttyS3");
 }
 
 }  // namespace

@@ -36,29 +36,30 @@ TEST(HexLoad, StoresExactlyTheBytesThatTheFileCarriesHoweverOften) {
         for (std::string address, bytes; stored >> address >> bytes;)
             expected.Store(std::stoi(address, nullptr, 16), BytesOf(bytes));
         for (int time = 1; time <= 2; ++time) {
-            EXPECT_EQ(LoadHexFile(Data / "well-formed" / row[0], image), HexReadResult{}) << row[0];
+            EXPECT_TRUE(LoadHexFile(Data / "well-formed" / row[0], image)) << row[0];
             EXPECT_TRUE(image == expected) << row[0] << ", time " << time;
         }
     }
 }
 
 TEST(HexLoad, ABrokenFileChangesNothingAndIsRefusedAtItsLine) {
-    const std::map<HexOutcome, std::string> outcomes{{HexOutcome::ChecksumError, "ChecksumError"},
-                                                     {HexOutcome::NoEndRecord, "NoEndRecord"},
-                                                     {HexOutcome::AddressError, "AddressError"},
-                                                     {HexOutcome::TooManyBytes, "TooManyBytes"}};
+    const std::map<HexFault, std::string> faults{{HexFault::ChecksumError, "ChecksumError"},
+                                                 {HexFault::NoEndRecord, "NoEndRecord"},
+                                                 {HexFault::AddressError, "AddressError"},
+                                                 {HexFault::TooManyBytes, "TooManyBytes"}};
     const MemoryImage before = OldImage();
     MemoryImage image = before;
     for (const auto& row : Expectations(Data)) {
-        const HexReadResult result = LoadHexFile(Data / row[0], image);
-        ASSERT_TRUE(outcomes.contains(result.Outcome)) << row[0];
-        EXPECT_EQ((std::vector{row[0], outcomes.at(result.Outcome),
-                               "line " + std::to_string(result.Line)}),
+        const auto result = LoadHexFile(Data / row[0], image);
+        ASSERT_TRUE(!result && faults.contains(result.error().Fault)) << row[0];
+        EXPECT_EQ((std::vector{row[0], faults.at(result.error().Fault),
+                               "line " + std::to_string(result.error().Line)}),
                   row);
         EXPECT_TRUE(image == before) << row[0];
     }
     for (const fs::path& unreadable : {fs::path(), Data, Data / "none.hex"})
-        EXPECT_EQ(LoadHexFile(unreadable, image).Outcome, HexOutcome::FileUnreadable) << unreadable;
+        EXPECT_EQ(LoadHexFile(unreadable, image).error().Fault, HexFault::FileUnreadable)
+            << unreadable;
     EXPECT_TRUE(image == before);
 }
 
@@ -66,19 +67,16 @@ TEST(HexLoad, TenThousandLinesAreTakenAndOneMoreIsNot) {
     std::string lines;
     for (int line = 1; line <= 9'999; ++line)
         lines += ":00000000" + std::string(line % 2 == 0 ? "00\r\n" : "00\n");
-    HexRecordTable table;
-    EXPECT_EQ(ReadHexRecords(lines + EndRecord, table), HexReadResult{});
-    EXPECT_EQ(table.size(), 9'999u);
-    EXPECT_EQ(ReadHexRecords(lines + EndRecord + "\r\n\r\n", table), HexReadResult{});
-    EXPECT_EQ(ReadHexRecords(lines + ":0000000000\n", table),
-              (HexReadResult{HexOutcome::NoEndRecord, 10'001}));
-    EXPECT_EQ(ReadHexRecords(lines + ":0000000000\n" + EndRecord, table),
-              (HexReadResult{HexOutcome::TooManyLines, 10'001}));
+    EXPECT_EQ(ReadHexRecords(lines + EndRecord).value().size(), 9'999u);
+    EXPECT_TRUE(ReadHexRecords(lines + EndRecord + "\r\n\r\n"));
+    EXPECT_EQ(ReadHexRecords(lines + ":0000000000\n").error(),
+              (HexFailure{HexFault::NoEndRecord, 10'001, ""}));
+    EXPECT_EQ(ReadHexRecords(lines + ":0000000000\n" + EndRecord).error(),
+              (HexFailure{HexFault::TooManyLines, 10'001, ""}));
 }
 
 TEST(HexLoad, EverySingleWrongDigitInARecordIsNoticed) {
     const std::string good = FileText(Data / "well-formed/many-kinds-of-records.hex");
-    HexRecordTable table;
     std::size_t lineBegin = 0;
     for (std::size_t place = 1; place < good.size() - EndRecord.size(); ++place) {
         if (good[place] == ':')
@@ -88,8 +86,7 @@ TEST(HexLoad, EverySingleWrongDigitInARecordIsNoticed) {
                 std::string wrong = good;
                 wrong[place] = digit;
                 const bool endRecord = wrong.substr(lineBegin + 7, 2) == "01";
-                ASSERT_EQ(ReadHexRecords(wrong, table).Outcome == HexOutcome::Loaded,
-                          digit == good[place] || endRecord)
+                ASSERT_EQ(ReadHexRecords(wrong).has_value(), digit == good[place] || endRecord)
                     << digit << " at " << place;
             }
     }
@@ -98,14 +95,12 @@ TEST(HexLoad, EverySingleWrongDigitInARecordIsNoticed) {
 TEST(HexLoad, AFileCutOffAnywhereLoadsAsTheWholeOrSaysSo) {
     for (const char* name : {"many-kinds-of-records.hex", "carriage-returns.hex"}) {
         const std::string whole = FileText(Data / "well-formed" / name);
-        HexRecordTable table;
-        ASSERT_EQ(ReadHexRecords(whole, table), HexReadResult{});
-        const std::size_t records = table.size();
+        const std::size_t records = ReadHexRecords(whole).value().size();
         for (std::size_t length = 0; length < whole.size(); ++length) {
-            const HexOutcome outcome = ReadHexRecords(whole.substr(0, length), table).Outcome;
-            EXPECT_TRUE(outcome == HexOutcome::ChecksumError ||
-                        outcome == HexOutcome::NoEndRecord ||
-                        (outcome == HexOutcome::Loaded && table.size() == records))
+            const auto table = ReadHexRecords(whole.substr(0, length));
+            EXPECT_TRUE(table ? table->size() == records
+                              : table.error().Fault == HexFault::ChecksumError ||
+                                    table.error().Fault == HexFault::NoEndRecord)
                 << name << " cut at " << length;
         }
     }
@@ -116,7 +111,7 @@ TEST(HexLoad, TheSampleProgramsLoad) {
     for (const auto& entry : fs::directory_iterator(fs::path(SAMPLE_DATA) / "samples"))
         if (entry.path().extension() == ".hex") {
             MemoryImage image;
-            EXPECT_EQ(LoadHexFile(entry.path(), image), HexReadResult{}) << entry.path();
+            EXPECT_TRUE(LoadHexFile(entry.path(), image)) << entry.path();
             EXPECT_FALSE(image == MemoryImage()) << entry.path();
             ++samples;
         }

@@ -77,8 +77,8 @@ TEST(HexSave, WhatIsSavedLoadsBackAndNoAddressComesTwice) {
         expected.Store(0x4200, image.Bytes(0x4200, 512));
 
         const TestFolder folder;
-        EXPECT_EQ(SaveHexFile(folder / "image.hex", image, row.words), std::nullopt);
-        EXPECT_EQ(LoadHexFile(folder / "image.hex", loaded), HexReadResult{}) << row.words;
+        EXPECT_TRUE(SaveHexFile(folder / "image.hex", image, row.words));
+        EXPECT_TRUE(LoadHexFile(folder / "image.hex", loaded)) << row.words;
         EXPECT_TRUE(loaded == expected) << row.words;
         EXPECT_EQ(std::filesystem::file_size(folder / "image.hex"),
                   static_cast<std::size_t>(row.programBytes / 16 + 1 + 32) * 45 + 13)
@@ -89,10 +89,10 @@ TEST(HexSave, WhatIsSavedLoadsBackAndNoAddressComesTwice) {
 TEST(HexSave, ASaveThatFailsLeavesWhatWasThere) {
     const TestFolder folder;
     std::filesystem::create_directory(folder / "image.hex");
-    EXPECT_EQ(SaveHexFile(folder / "image.hex", MemoryImage(), 8), "Is a directory");
-    EXPECT_EQ(SaveHexFile(folder / "none/image.hex", MemoryImage(), 8),
+    EXPECT_EQ(SaveHexFile(folder / "image.hex", MemoryImage(), 8).error(), "Is a directory");
+    EXPECT_EQ(SaveHexFile(folder / "none/image.hex", MemoryImage(), 8).error(),
               "No such file or directory");
-    EXPECT_NE(SaveHexFile({}, MemoryImage(), 8), std::nullopt);
+    EXPECT_FALSE(SaveHexFile({}, MemoryImage(), 8));
     EXPECT_EQ(folder.Files().size(), 1u);
 }
 

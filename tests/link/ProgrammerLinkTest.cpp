@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/MemoryImage.hpp"
 #include "link/ProgrammerLink.hpp"
 #include "simulator/BoardEngine.hpp"
 #include "simulator/Faults.hpp"
@@ -66,40 +65,58 @@ std::vector<std::uint8_t> Bytes(int count) {
 }
 
 TEST_F(ProgrammerLinkTest, FramesGoOutByteForByte) {
-    board.At(0us, Bytes(17));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(1023)));
-    EXPECT_THAT(TakeRecord(), ElementsAre("> 01 52", "> 04 3F F0 00 01"));
+    const auto read = [&](int address, const std::string& frame) {
+        board.At(0us, Bytes(17));
+        EXPECT_TRUE(link.RequestBlock(address));
+        EXPECT_THAT(TakeRecord(), ElementsAre("> 01 52", frame));
+    };
+    read(0x0000, "> 04 00 00 00 01");
+    read(0x0010, "> 04 00 10 00 01");
+    read(0x0100, "> 04 01 00 00 01");
+    read(0x3FF0, "> 04 3F F0 00 01");
+    read(0x43F0, "> 04 43 F0 00 01");
 
     board.At(0us, Bytes(3));
-    std::array<std::uint8_t, 16> data{0x00, 0x01, 0x7F, 0x80, 0xFF};
-    EXPECT_TRUE(link.WriteBlock(EepromBlock(31), 8, data));
+    const std::array<std::uint8_t, 16> data{0x00, 0x01, 0x7F, 0x80, 0xFF};
+    EXPECT_TRUE(link.WriteBlock(0x43F0, 8, data));
     EXPECT_THAT(TakeRecord(),
                 ElementsAre("> 14 43 F0 00 08 00 01 7F 80 FF 00 00 00 00 00 00 00 00 00 00 00"));
 
-    link.SendCommand(TypeLetter(3));
-    link.SendCommand(CommandEraseConfiguration);
-    EXPECT_THAT(TakeRecord(), ElementsAre("> 01 63", "> 01 48"));
+    link.SelectDeviceType(3);
+    EXPECT_THAT(TakeRecord(), ElementsAre()) << "no board was found";
+    state.ProgrammerFound = true;
+    link.SelectDeviceType(3);
+    link.SelectDeviceType(1);
+    EXPECT_THAT(TakeRecord(), ElementsAre("> 01 63", "> 01 61"));
 }
 
-TEST_F(ProgrammerLinkTest, BlockAddresses) {
-    struct Case {
-        BlockAddress address;
-        int byteAddress;
-    };
-    for (const auto& [address, byteAddress] :
-         {Case{ProgramBlock(0), 0x0000}, Case{ProgramBlock(1), 0x0010},
-          Case{ProgramBlock(16), 0x0100}, Case{ProgramBlock(1023), 0x3FF0},
-          Case{EepromBlock(0), 0x4200}, Case{EepromBlock(15), 0x42F0},
-          Case{EepromBlock(16), 0x4300}, Case{ConfigurationBlock, 0x4000}})
-        EXPECT_EQ(address.AddrHi * 256 + address.AddrLo, byteAddress);
+TEST_F(ProgrammerLinkTest, ABlockHasWhatItsReplyCountsAndAnAcknowledgementItsAddress) {
+    for (const auto& [count, length] : {std::pair{17, 16}, {9, 8}, {1, 0}, {0, 0}, {255, 16}}) {
+        std::vector<std::uint8_t> reply(17);
+        for (std::size_t index = 0; index < reply.size(); ++index)
+            reply[index] = static_cast<std::uint8_t>(0x40 + index);
+        reply[0] = static_cast<std::uint8_t>(count);
+        board.At(0us, reply);
+        const auto block = link.RequestBlock(0);
+        ASSERT_TRUE(block);
+        EXPECT_EQ(block->Length, length);
+        EXPECT_EQ(block->Data.front(), 0x41);
+        EXPECT_EQ(block->Data.back(), 0x50);
+    }
+    const std::array<std::uint8_t, 16> data{};
+    board.At(0us, {0x77, 0x00, 0x24});
+    EXPECT_TRUE(link.WriteBlock(0x1220, 8, data)->Written);
+    board.At(0us, {0x03, 0x01, 0x24});
+    const auto refused = link.WriteBlock(0x1220, 8, data);
+    EXPECT_FALSE(refused->Written);
+    EXPECT_EQ(refused->FailedAddress, 0x1224);
 }
 
 TEST_F(ProgrammerLinkTest, ReplyInPiecesIsTakenWhole) {
     const auto start = desktop.now;
     board.At(400ms, Bytes(5));
     board.At(999ms, Bytes(12));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0)));
-    EXPECT_EQ(state.ReplyBytes.size(), 17U);
+    EXPECT_TRUE(link.RequestBlock(0));
     EXPECT_EQ(desktop.now - start, 999ms);
     EXPECT_THAT(desktop.received, testing::IsEmpty());
 }
@@ -107,51 +124,37 @@ TEST_F(ProgrammerLinkTest, ReplyInPiecesIsTakenWhole) {
 TEST_F(ProgrammerLinkTest, SilenceAndAShortReplyTimeOutAfterOneSecond) {
     for (const int count : {0, 16}) {
         desktop.received.clear();
-        state.ReplyBytes = {1, 2, 3};
         const auto start = desktop.now;
         board.At(900ms, Bytes(count));
-        EXPECT_FALSE(link.RequestBlock(ProgramBlock(0)));
+        EXPECT_FALSE(link.RequestBlock(0));
         EXPECT_EQ(desktop.now - start, 1000ms) << "from the start of the wait, not from a byte";
-        EXPECT_EQ(state.ReplyBytes, (std::vector<std::uint8_t>{1, 2, 3}));
         EXPECT_EQ(desktop.received.size(), static_cast<std::size_t>(count))
             << "what came stays at the port";
     }
-}
-
-TEST_F(ProgrammerLinkTest, LeftoverBytesCountIntoTheNextReply) {
-    board.At(0us, Bytes(16));
-    EXPECT_FALSE(link.RequestBlock(ProgramBlock(0)));
     board.At(10ms, {0xAA});
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0)));
-    EXPECT_EQ(state.ReplyBytes.size(), 17U);
-    EXPECT_EQ(state.ReplyBytes.back(), 0xAA);
+    EXPECT_EQ(link.RequestBlock(0)->Data.back(), 0xAA) << "and counts into the next reply";
 }
 
-TEST_F(ProgrammerLinkTest, LongReplyLeavesTheTimerRunningAndTheNextWaitClearsItsTick) {
-    board.At(10ms, Bytes(300));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0)));
-    EXPECT_EQ(state.ReplyBytes.size(), 300U);
-    EXPECT_FALSE(state.ReplyTimedOut);
-    desktop.Events().DeliverEvents();
-    EXPECT_TRUE(state.ReplyTimedOut) << "the timer of the long reply ticked";
-    const auto start = desktop.now;
-    board.At(990ms, Bytes(17));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0)));
-    EXPECT_EQ(desktop.now - start, 990ms);
-}
-
-TEST_F(ProgrammerLinkTest, AWaitBeginsAFreshPeriodWhileTheTimerRuns) {
-    board.At(600ms, Bytes(18));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0)));
-    const auto start = desktop.now;
-    board.At(800ms, Bytes(17));
-    EXPECT_TRUE(link.RequestBlock(ProgramBlock(0))) << "the old period would have ended at 400 ms";
+TEST_F(ProgrammerLinkTest, LongReplyLeavesTheTimerRunningAndTheNextWaitBeginsAFreshPeriod) {
+    board.At(600ms, Bytes(300));
+    EXPECT_TRUE(link.RequestBlock(0));
+    EXPECT_THAT(desktop.received, testing::IsEmpty());
+    auto start = desktop.now;
+    board.At(800ms, Bytes(18));
+    EXPECT_TRUE(link.RequestBlock(0)) << "the old period would have ended at 400 ms";
     EXPECT_EQ(desktop.now - start, 800ms);
+    TakeRecord();
+    desktop.Events().DeliverEvents();
+    EXPECT_THAT(TakeRecord(), ElementsAre("tick 1000")) << "the timer of the long reply";
+    start = desktop.now;
+    board.At(990ms, Bytes(17));
+    EXPECT_TRUE(link.RequestBlock(0)) << "the tick is forgotten";
+    EXPECT_EQ(desktop.now - start, 990ms);
 }
 
 TEST_F(ProgrammerLinkTest, TickAndLastByteInTheSameMomentCountAsTimedOut) {
     board.At(1000ms, Bytes(17));
-    EXPECT_FALSE(link.RequestBlock(ProgramBlock(0)));
+    EXPECT_FALSE(link.RequestBlock(0));
     EXPECT_EQ(desktop.received.size(), 17U);
     desktop.record.clear();
     board.At(1500ms, {});
@@ -162,16 +165,19 @@ TEST_F(ProgrammerLinkTest, TickAndLastByteInTheSameMomentCountAsTimedOut) {
 TEST_F(ProgrammerLinkTest, IdentificationTakesTheWholePeriodAndExactlyTenBytes) {
     for (const int count : {0, 9, 10, 11}) {
         desktop.received.clear();
-        state.ReplyBytes.clear();
         totmr->Disable();
         const auto start = desktop.now;
         board.At(1ms, Bytes(count));
         link.IdentifyProgrammer();
         EXPECT_EQ(desktop.now - start, 1000ms);
         EXPECT_EQ(state.ProgrammerFound, count == 10);
-        EXPECT_EQ(state.ReplyBytes.size(), count == 10 ? 10U : 0U);
         EXPECT_EQ(desktop.received.size(), count == 10 ? 0U : static_cast<std::size_t>(count));
     }
+    desktop.received.clear();
+    totmr->Disable();
+    board.At(1ms, {0, 'A', 'B', 'C', 'D', 0xE9, 0, 0, '1', '2'});
+    link.IdentifyProgrammer();
+    EXPECT_EQ(Describe(state.Board), "Device: ABCD\xC3\xA9\r\nVersion 1.2");
 }
 
 TEST_F(ProgrammerLinkTest, IdentificationEndsWithThePeriodThatRunsFromTheTimersMaking) {
@@ -180,11 +186,6 @@ TEST_F(ProgrammerLinkTest, IdentificationEndsWithThePeriodThatRunsFromTheTimersM
     link.IdentifyProgrammer();
     EXPECT_EQ(desktop.now, 1000ms);
     EXPECT_THAT(desktop.record, ElementsAre("> 01 54", "tick 1000"));
-}
-
-TEST_F(ProgrammerLinkTest, PortIsOpenedWithTheBoardsSettings) {
-    EXPECT_EQ(link.OpenPort(3), std::nullopt);
-    EXPECT_THAT(TakeRecord(), ElementsAre("open COM3 57600,N,8,1"));
 }
 
 }  // namespace

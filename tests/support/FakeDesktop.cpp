@@ -47,10 +47,12 @@ class FakeSerialControl final : public SerialControl {
   public:
     explicit FakeSerialControl(FakeDesktop& desktop) : desktop_(desktop) {}
 
-    std::optional<std::string> PortOpen(int commPort, std::string_view settings) override {
-        desktop_.record.push_back("open COM" + std::to_string(commPort) + " " +
-                                  std::string(settings));
-        return desktop_.portFailure;
+    tl::expected<void, std::string> PortOpen(const std::filesystem::path& path) override {
+        desktop_.openedPath = path;
+        desktop_.record.push_back("open " + path.filename().string());
+        if (desktop_.portFailure)
+            return tl::unexpected(*desktop_.portFailure);
+        return {};
     }
     void Output(std::span<const std::uint8_t> bytes) override {
         desktop_.record.push_back("> " + HexBytes(bytes));

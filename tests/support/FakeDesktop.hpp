@@ -36,6 +36,7 @@ class FakeDesktop : public Platform,
 
     Time now{0};
     Simulator::BoardLine* board = nullptr;   ///< what hangs on the port; null: nothing does
+    std::filesystem::path openedPath;        ///< the port that was opened last
     std::optional<std::string> portFailure;  ///< why the port cannot be opened
     bool portLost = false;                   ///< the port has gone away
     std::vector<std::uint8_t> received;      ///< waiting at the port

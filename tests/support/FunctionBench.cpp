@@ -1,7 +1,11 @@
 #include "support/FunctionBench.hpp"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <random>
+
+#include "core/HexText.hpp"
 
 namespace Tamber {
 namespace {
@@ -11,15 +15,73 @@ Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
             std::clamp<int>(device.EepromBytes, 0, 256)};
 }
 
-std::vector<std::string> Only(const std::vector<std::string>& record, std::string_view beginning) {
-    std::vector<std::string> kept;
-    for (const std::string& entry : record)
-        if (entry.starts_with(beginning))
-            kept.push_back(entry.substr(beginning.size()));
-    return kept;
+}  // namespace
+
+bool RecordingDisplay::In(std::initializer_list<Stage> stages) const {
+    return std::ranges::find(stages, stage_) != stages.end();
 }
 
-}  // namespace
+void RecordingDisplay::RunBegins() {
+    EXPECT_TRUE(In({Stage::Idle}));
+    stage_ = Stage::Begun;
+}
+
+void RecordingDisplay::RunEnds() {
+    EXPECT_FALSE(In({Stage::Idle, Stage::Begun}));
+    stage_ = Stage::Idle;
+}
+
+void RecordingDisplay::FunctionBegins(FunctionCode function) {
+    EXPECT_TRUE(In({Stage::Cleared}));
+    stage_ = Stage::Function;
+    function_ = function;
+}
+
+void RecordingDisplay::LinesCleared() {
+    EXPECT_FALSE(In({Stage::Idle, Stage::Line}));
+    stage_ = Stage::Cleared;
+    line_ = 0;
+    record_.push_back("cleared");
+}
+
+void RecordingDisplay::LineBegins(int line, const std::string& text) {
+    EXPECT_TRUE(In({Stage::Function}));
+    EXPECT_TRUE(line >= line_ && line < FunctionRun::MessageLines);
+    stage_ = Stage::Line;
+    line_ = line;
+    record_.push_back("line " + std::to_string(line) + " " + text);
+}
+
+void RecordingDisplay::LineEnds(int line, const std::string& text, const RegionResult& result) {
+    EXPECT_TRUE(In({Stage::Function, Stage::Line}));
+    EXPECT_TRUE(line >= line_ && line < FunctionRun::MessageLines);
+    EXPECT_EQ(result.Function, function_);
+    EXPECT_EQ(result.Outcome == RegionOutcome::Good, text.ends_with(OkText));
+    EXPECT_EQ(result.Outcome == RegionOutcome::DeviceFault, text.ends_with(DeviceFaultText));
+    stage_ = Stage::Function;
+    line_ = line;
+    record_.push_back("end " + std::to_string(line) + " " + text);
+    if (result.Finding.Expected && result.Finding.Found)
+        record_.back() +=
+            " [" + HexWord(*result.Finding.Expected) + " " + HexWord(*result.Finding.Found) + "]";
+}
+
+void RecordingDisplay::ProgressMoves(std::int16_t percent) {
+    record_.push_back("progress " + std::to_string(percent));
+}
+
+void RecordingDisplay::ReadCompletes() {
+    EXPECT_TRUE(In({Stage::Function}));
+    stage_ = Stage::ReadComplete;
+    record_.push_back("closes");
+}
+
+void RecordingDisplay::ImageChanged(const Regions& regions) {
+    EXPECT_TRUE(In({Stage::ReadComplete}));
+    record_.push_back(std::string("views") + (regions.ProgramMemory ? " PM" : "") +
+                      (regions.Eeprom ? " EM" : "") + (regions.IdLocations ? " ID" : "") +
+                      (regions.ConfigurationWord ? " CW" : ""));
+}
 
 FunctionBench::FunctionBench(const DeviceRecord& deviceInSocket, Simulator::FaultPlan faults)
     : device(deviceInSocket),
@@ -34,35 +96,21 @@ FunctionBench::FunctionBench(const DeviceRecord& deviceInSocket, Simulator::Faul
     desktop.board = &board;
     totmr->Disable();
     state.ProgrammerFound = true;
-    image.ClearProgramMemory(device.TypeCode);
-    image.ClearEeprom();
-    image.ClearConfiguration();
+    BlankImage();
 }
 
 std::vector<std::string> FunctionBench::Run(std::int16_t functionCode, const Regions& regions) {
     desktop.record.clear();
     run.Run(functionCode, regions);
-    std::vector<std::string> record = desktop.record;
-    std::erase(record, "begins");
-    std::erase(record, "ends");
-    return record;
+    if (run.ErrorFlag)
+        desktop.record.push_back("error");
+    return desktop.record;
 }
 
-std::vector<std::string> FunctionBench::RunQuietly(std::int16_t functionCode,
-                                                   const Regions& regions) {
-    std::vector<std::string> record = Run(functionCode, regions);
-    std::erase_if(record, [](const std::string& entry) {
-        return entry.starts_with("progress") || entry == "cleared";
-    });
-    return record;
-}
-
-std::vector<std::string> FunctionBench::Wire(const std::vector<std::string>& record) {
-    return Only(record, "> ");
-}
-
-std::vector<std::string> FunctionBench::Ends(const std::vector<std::string>& record) {
-    return Only(record, "end ");
+void FunctionBench::BlankImage() {
+    image.ClearProgramMemory(device.TypeCode);
+    image.ClearEeprom();
+    image.ClearConfiguration();
 }
 
 void FunctionBench::FillImage(unsigned seed) {

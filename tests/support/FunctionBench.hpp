@@ -9,36 +9,35 @@
 
 namespace Tamber {
 
-/// Two blocks of program memory and two of EEPROM.
-inline const DeviceRecord Small{"small", 7, 16, 16, 1};
-
 /// Writes what a device function shows into the desktop's record: "line 0 ...", "end 0 ...",
-/// "progress 50", "begins", "ends", "cleared", "closes", "views PM EM ID CW".
+/// "progress 50", "cleared", "closes", "views PM EM ID CW". Expects that the events of a run come
+/// in the order that FunctionDisplay promises, and that a line's text and its result agree.
 class RecordingDisplay : public FunctionDisplay {
   public:
     explicit RecordingDisplay(std::vector<std::string>& record) : record_(record) {}
 
-    void RunBegins() override { record_.push_back("begins"); }
-    void RunEnds() override { record_.push_back("ends"); }
-    void LinesCleared() override { record_.push_back("cleared"); }
-    void LineBegins(int line, const std::string& text) override {
-        record_.push_back("line " + std::to_string(line) + " " + text);
-    }
-    void LineEnds(int line, const std::string& text) override {
-        record_.push_back("end " + std::to_string(line) + " " + text);
-    }
-    void ProgressMoves(std::int16_t percent) override {
-        record_.push_back("progress " + std::to_string(percent));
-    }
-    void ReadCompletes() override { record_.push_back("closes"); }
-    void ImageChanged(const Regions& regions) override {
-        record_.push_back(std::string("views") + (regions.ProgramMemory ? " PM" : "") +
-                          (regions.Eeprom ? " EM" : "") + (regions.IdLocations ? " ID" : "") +
-                          (regions.ConfigurationWord ? " CW" : ""));
-    }
+    void RunBegins() override;
+    void RunEnds() override;
+    void FunctionBegins(FunctionCode function) override;
+    void LinesCleared() override;
+    void LineBegins(int line, const std::string& text) override;
+    void LineEnds(int line, const std::string& text, const RegionResult& result) override;
+    void ProgressMoves(std::int16_t percent) override;
+    void ReadCompletes() override;
+    void ImageChanged(const Regions& regions) override;
+    bool StopRequested() override { return looksBeforeStop == 0 || --looksBeforeStop == 0; }
+
+    int looksBeforeStop = -1;  ///< how often the run may ask whether to go on; below 0: for ever
 
   private:
+    enum class Stage { Idle, Begun, Cleared, Function, Line, ReadComplete };
+
+    bool In(std::initializer_list<Stage> stages) const;
+
     std::vector<std::string>& record_;
+    Stage stage_ = Stage::Idle;
+    int line_ = 0;
+    FunctionCode function_ = FunctionRead;
 };
 
 /// A device in a simulated board, a host image, and everything between them, on the fake clock.
@@ -46,21 +45,15 @@ class FunctionBench {
   public:
     explicit FunctionBench(const DeviceRecord& device, Simulator::FaultPlan faults = {});
 
-    /// Runs a function of the dialog's list and returns what was recorded meanwhile, without the
-    /// frame of every run (begins, cleared, ends).
+    /// Runs a function and returns what was recorded meanwhile, then "error" when ErrorFlag is set.
     std::vector<std::string> Run(std::int16_t functionCode, const Regions& regions = {});
-
-    /// The same without progress.
-    std::vector<std::string> RunQuietly(std::int16_t functionCode, const Regions& regions = {});
-
-    /// Just the frames that went to the board, or just the message lines as they ended.
-    static std::vector<std::string> Wire(const std::vector<std::string>& record);
-    static std::vector<std::string> Ends(const std::vector<std::string>& record);
 
     Simulator::DeviceMemory& Socket() { return engine.Memory(); }
 
-    /// Fills the image's program memory, ID block and EEPROM region with bytes of a seeded pattern.
+    /// Fills the image's program memory, ID block and EEPROM region with bytes of a seeded pattern,
+    /// or with what is blank for the device.
     void FillImage(unsigned seed = 1);
+    void BlankImage();
 
     /// Makes the device hold exactly what the image does.
     void CopyImageToSocket();

@@ -45,7 +45,7 @@ class EditAutoDialogTest : public testing::Test {
         List("lstIn")->setCurrentRow(row);
         Button("cmdMoveRight")->click();
     }
-    std::string File() { return ReadTextFile(AutoSequenceFile(bench.program)).Value(); }
+    std::string File() { return ReadTextFile(AutoSequenceFile(bench.program)).value(); }
 
     WindowBench bench{ShortDevice};
     QWidget* dialog = nullptr;

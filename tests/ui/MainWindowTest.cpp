@@ -24,7 +24,7 @@ std::filesystem::path WriteHex(const WindowBench& bench, const std::string& text
 TEST(MainWindow, StartsByOpeningThePortAndIdentifyingTheBoard) {
     WindowBench bench(Device);
     bench.Start();
-    EXPECT_THAT(bench.desktop.record, ElementsAre("open COM1 57600,N,8,1", "> 01 54", "tick 1000",
+    EXPECT_THAT(bench.desktop.record, ElementsAre("open ttyS0", "> 01 54", "tick 1000",
                                                   "box [Tamber] Device: TAMBR\r\nVersion 1.0"));
     EXPECT_EQ(bench.window->windowTitle(), "Tamber ~ PIC Programmer");
     EXPECT_EQ(bench.Panel(1), "COM1");
@@ -65,7 +65,7 @@ TEST(MainWindow, PortThatCannotBeOpened) {
     bench.desktop.portFailure = "No such file or directory (/dev/ttyS1)";
     bench.Start();
     EXPECT_THAT(bench.desktop.record,
-                ElementsAre("open COM2 57600,N,8,1",
+                ElementsAre("open ttyS1",
                             "box [Communication Port Error] COM2, No such file or directory "
                             "(/dev/ttyS1) (critical)",
                             "box [Device Error] Communication Error! (critical)"));
@@ -193,7 +193,7 @@ TEST(MainWindow, ExitWritesTheSettings) {
     bench.program.settings.CommPortNumber = 3;
     bench.Choose("FileExit");
     EXPECT_FALSE(bench.window->isVisible());
-    EXPECT_EQ(ReadTextFile(bench.program.AppPath / "tamber.cfg").Value(), "3\r\n1\r\n1\r\n");
+    EXPECT_EQ(ReadTextFile(bench.program.AppPath / "tamber.cfg").value(), "3\r\n1\r\n1\r\n");
 }
 
 TEST(MainWindow, SettingsThatCannotBeWrittenAreReportedAndTheProgramEnds) {

@@ -180,7 +180,7 @@ TEST(ManualPages, EveryLinkLeadsSomewhereAndEveryPageIsInTheContents) {
 // The texts between quotation marks in a source file that have more than one word, pieces that
 // stand one behind the other joined, line by line.
 std::vector<std::string> TextsOf(const std::filesystem::path& source) {
-    QString code = QString::fromStdString(ReadTextFile(source).Value());
+    QString code = QString::fromStdString(ReadTextFile(source).value());
     code.remove(QRegularExpression("//[^\n]*|#include[^\n]*|'\"'"));
     code.remove(QRegularExpression("\"\\s*\n\\s*\""));
     auto literals = QRegularExpression("\"((?:[^\"\\\\\n]|\\\\.)*)\"").globalMatch(code);
@@ -222,7 +222,7 @@ TEST(ManualPages, TellOfEveryMessageLetterForLetter) {
     // The search itself must find what is there.
     for (const char* text :
          {"Reading EEPROM...", "   Device Fault!", "Erasing Config Word...",
-          "Verifying Conig Word...   OK!", "PM not blank at ", "Config. not blank at ID Locs ",
+          "Verifying Conig Word...", "PM not blank at ", "Config. not blank at ID Locs ",
           "Program Error at ", "Erase Function Not Available!", "Communication Port Error",
           "The settings are lost; check the folder's permissions and space."})
         EXPECT_THAT(texts, Contains(text));

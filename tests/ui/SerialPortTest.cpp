@@ -17,7 +17,7 @@ class SerialPort : public testing::Test {
     SerialPort() : line_(::posix_openpt(O_RDWR | O_NOCTTY)) {
         ::grantpt(line_);
         ::unlockpt(line_);
-        control.UsePath(::ptsname(line_));
+        path = ::ptsname(line_);
     }
     ~SerialPort() override { HangUp(); }
 
@@ -41,12 +41,13 @@ class SerialPort : public testing::Test {
     }
 
     QtEventDelivery events;
-    QtSerialControl control{{}, events};
+    QtSerialControl control{events};
+    std::filesystem::path path;
     int line_;
 };
 
 TEST_F(SerialPort, CarriesEveryByteUnchanged) {
-    ASSERT_EQ(control.PortOpen(1, "57600,N,8,1"), std::nullopt);
+    ASSERT_TRUE(control.PortOpen(path));
     std::vector<std::uint8_t> all;
     for (int byte = 0; byte < 256; ++byte)
         all.push_back(static_cast<std::uint8_t>(byte));
@@ -65,7 +66,7 @@ TEST_F(SerialPort, CarriesEveryByteUnchanged) {
 
 // A hung-up line can be read from at any time, and has nothing to read.
 TEST_F(SerialPort, ALineThatIsHungUpIsClosedAndWakesNobodyAgain) {
-    ASSERT_EQ(control.PortOpen(1, "57600,N,8,1"), std::nullopt);
+    ASSERT_TRUE(control.PortOpen(path));
     HangUp();
     errno = 0;  // that of an earlier call would be taken for a fault of the port
     EXPECT_LT(Wakings(std::chrono::milliseconds(20)), 30);
@@ -74,10 +75,9 @@ TEST_F(SerialPort, ALineThatIsHungUpIsClosedAndWakesNobodyAgain) {
 }
 
 TEST_F(SerialPort, WhatIsNoPortSaysSo) {
-    control.UsePath("/no/such/port");
-    EXPECT_EQ(control.PortOpen(1, "57600,N,8,1"), "No such file or directory (/no/such/port)");
-    control.UsePath("/dev/null");
-    EXPECT_NE(control.PortOpen(1, "57600,N,8,1"), std::nullopt);
+    EXPECT_EQ(control.PortOpen("/no/such/port").error(),
+              "No such file or directory (/no/such/port)");
+    EXPECT_FALSE(control.PortOpen("/dev/null"));
     EXPECT_FALSE(control.PortLost());
 }
 

@@ -29,7 +29,7 @@ class SmallDialogsTest : public testing::Test {
     void AddDeviceWithoutEeprom() {
         std::ofstream(DeviceListFile(bench.program), std::ios::app) << "\"A&B\",3,512,0,1\r\n";
         bench.program.settings.DeviceCount = 2;
-        ASSERT_FALSE(bench.program.catalogue.Load(DeviceListFile(bench.program), 2));
+        bench.program.catalogue = DeviceCatalogue::Load(DeviceListFile(bench.program), 2).value();
     }
     static QListWidget* Devices(QWidget* dialog) {
         return WindowBench::Find<QListWidget>(dialog, "listDevice");
@@ -127,7 +127,7 @@ TEST_F(SmallDialogsTest, PortIsRememberedForTheNextStart) {
     EXPECT_EQ(bench.Panel(1), "COM1") << "the open port is not touched";
     EXPECT_THAT(bench.desktop.record, testing::IsEmpty());
     bench.Choose("FileExit");
-    EXPECT_EQ(ReadTextFile(SettingsFile(bench.program)).Value(), "3\r\n1\r\n1\r\n");
+    EXPECT_EQ(ReadTextFile(SettingsFile(bench.program)).value(), "3\r\n1\r\n1\r\n");
 }
 
 TEST_F(SmallDialogsTest, PortOutsideTheFourSelectsNoneAndOkStoresTheLast) {

@@ -53,8 +53,8 @@ WindowBench::WindowBench(const DeviceRecord& device, Simulator::FaultPlan faults
     // back.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
     QCoreApplication::exec();
-    const auto failure = StartUp(MakeFolder(device), program);
-    EXPECT_FALSE(failure) << Describe(*failure);
+    const auto started = StartUp(MakeFolder(device), program);
+    EXPECT_TRUE(started) << Describe(started.error());
     desktop.board = &board;
 }
 

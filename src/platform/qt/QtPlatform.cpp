@@ -15,7 +15,7 @@ std::unique_ptr<WindowTimer> QtPlatform::NewTimer() {
 }
 
 std::unique_ptr<SerialControl> QtPlatform::NewSerialControl() {
-    return std::make_unique<QtSerialControl>(directory_, events_);
+    return std::make_unique<QtSerialControl>(events_);
 }
 
 std::unique_ptr<FileDialog> QtPlatform::NewFileDialog() {

@@ -12,7 +12,7 @@ namespace Tamber {
 /// The desktop as Qt gives it. Needs a QApplication that outlives it.
 class QtPlatform final : public Platform {
   public:
-    /// `directory` is the working folder: ports may be links there, and file dialogs begin there.
+    /// File dialogs begin in `directory`.
     explicit QtPlatform(std::filesystem::path directory);
 
     EventDelivery& Events() override { return events_; }

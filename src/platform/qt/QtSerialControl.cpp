@@ -1,11 +1,7 @@
 #include "platform/qt/QtSerialControl.hpp"
 
 #include <QString>
-#include <QStringList>
 #include <algorithm>
-#include <utility>
-
-#include "platform/PortPath.hpp"
 
 #ifdef Q_OS_UNIX
 #include <unistd.h>
@@ -45,24 +41,6 @@ std::size_t WriteAtOnce([[maybe_unused]] QSerialPort& port,
     return 0;
 }
 
-QSerialPort::Parity ParityOf(const QString& letter) {
-    if (letter == "E")
-        return QSerialPort::EvenParity;
-    if (letter == "O")
-        return QSerialPort::OddParity;
-    return QSerialPort::NoParity;
-}
-
-// "57600,N,8,1"
-bool ApplySettings(QSerialPort& port, std::string_view settings) {
-    const QStringList fields =
-        QString::fromLatin1(settings.data(), static_cast<qsizetype>(settings.size())).split(',');
-    return fields.size() == 4 && port.setBaudRate(fields[0].toInt()) &&
-           port.setParity(ParityOf(fields[1])) &&
-           port.setDataBits(static_cast<QSerialPort::DataBits>(fields[2].toInt())) &&
-           port.setStopBits(fields[3] == "2" ? QSerialPort::TwoStop : QSerialPort::OneStop);
-}
-
 std::string WhatToDo(const QSerialPort& port, const std::string& path) {
     const QString reason = port.errorString();
     const bool held = reason.contains("locking", Qt::CaseInsensitive) ||
@@ -82,8 +60,7 @@ std::string FailureText(const QSerialPort& port, const std::string& path) {
 
 }  // namespace
 
-QtSerialControl::QtSerialControl(std::filesystem::path directory, QtEventDelivery& events)
-    : directory_(std::move(directory)) {
+QtSerialControl::QtSerialControl(QtEventDelivery& events) {
     events.WatchPort(&port_);
     // A short wait that ends without bytes is an "error" too; told of it later, in the event loop,
     // the loop would wake for nothing. The port is closed later: not inside a call of its own.
@@ -99,20 +76,19 @@ QtSerialControl::QtSerialControl(std::filesystem::path directory, QtEventDeliver
     });
 }
 
-std::optional<std::string> QtSerialControl::PortOpen(int commPort, std::string_view settings) {
-    const std::filesystem::path path = path_.empty() ? PortPath(directory_, commPort) : path_;
+tl::expected<void, std::string> QtSerialControl::PortOpen(const std::filesystem::path& path) {
     std::error_code error;
     // The lock against other programs is by name, so every name of a port must lead to the same.
     const std::filesystem::path device = std::filesystem::canonical(path, error);
     port_.setPortName(QString::fromStdString(error ? path.string() : device.string()));
-    if (!port_.open(QIODevice::ReadWrite) || !ApplySettings(port_, settings)) {
+    if (!port_.open(QIODevice::ReadWrite) || !port_.setBaudRate(QSerialPort::Baud57600)) {
         const std::string failure = FailureText(port_, path.string());
         port_.close();
-        return failure;
+        return tl::unexpected(failure);
     }
     AskForLowLatency(port_);
     watch_ = std::make_unique<HangUpWatch>(port_, [this] { LosePort(); });
-    return std::nullopt;
+    return {};
 }
 
 void QtSerialControl::LosePort() {
