@@ -11,8 +11,8 @@ namespace {
 
 using namespace Tamber;
 
-// Where no display can be opened, Qt would end the program by itself; a platform without a display
-// behind the desktop's own lets the program say what is wrong. The user's own choice stands.
+// Where no display can be opened, Qt would end the program by itself. A platform without a display,
+// named after the desktop's own, lets the program say what is wrong. The user's choice goes first.
 void LetDisplayBeMissing() {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

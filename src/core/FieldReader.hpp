@@ -35,7 +35,7 @@ class FieldReader {
     std::int16_t ReadShort(std::string_view what, std::int16_t least = INT16_MIN,
                            std::int16_t most = INT16_MAX);
 
-    /// Gives the file up for a reason of the caller's, unless it has been given up already.
+    /// Fails for a reason of the caller's, unless an earlier read has failed.
     void Fail(FileFailure failure);
 
     /// The first failure, if there was one.
@@ -58,15 +58,15 @@ class FieldReader {
     std::string_view text_;
     std::optional<FileFailure> failure_;
     std::size_t next_ = 0;
-    int line_ = 1;          // line on which next_ stands
+    int line_ = 1;          // the line of next_
     int fieldsOnLine_ = 0;  // fields of that line already read
     int fieldLine_ = 1;     // line and position of the field read last
     int fieldPosition_ = 0;
 };
 
 /// Reads a small text file: `read` takes its fields from a FieldReader and returns what they mean.
-/// Gives that, the reader's first failure, or why the file cannot be read; `contents` and `remedy`
-/// then say what was expected and what the user can do.
+/// Returns that or the reader's first failure. When the file cannot be read, the failure has
+/// `contents` for what was expected and `remedy` for what the user can do.
 template <typename Read>
 auto ReadFields(const std::filesystem::path& file, std::string_view contents,
                 std::string_view remedy, Read read)

@@ -16,7 +16,7 @@ class MemoryImage {
     static constexpr int ProgramWordsMax = 8'192;
     static constexpr int IdLocations = 0x4000;        ///< four words
     static constexpr int ConfigurationWord = 0x400E;  ///< low byte; the high byte follows
-    static constexpr int Eeprom = 0x4200;             ///< EEPROM byte n stands at 0x4200 + 2n
+    static constexpr int Eeprom = 0x4200;             ///< EEPROM byte n is at 0x4200 + 2n
     static constexpr int EepromBytesMax = 256;
     static constexpr int BlockBytes = 16;  ///< eight words, what one frame carries
 
@@ -44,7 +44,7 @@ class MemoryImage {
     /// EEPROM, data bytes and companions, to 0xFF.
     void ClearEeprom();
 
-    /// ID locations and the three words behind them to 0xFF, the configuration word to 0x3FFF.
+    /// ID locations and the three words after them to 0xFF, the configuration word to 0x3FFF.
     void ClearConfiguration();
 
     bool operator==(const MemoryImage&) const = default;

@@ -47,9 +47,9 @@ bool ForceToDisk(std::FILE* file) {
 
 // The file that a chain of links leads to, whether or not it exists.
 std::filesystem::path LinkTarget(std::filesystem::path path) {
-    constexpr int LinksMax = 40;  // as many as the system itself follows
+    constexpr int linksMax = 40;  // as many as the system itself follows
     std::error_code error;
-    for (int links = 0; links < LinksMax && std::filesystem::is_symlink(path, error); ++links)
+    for (int links = 0; links < linksMax && std::filesystem::is_symlink(path, error); ++links)
         path = path.parent_path() / std::filesystem::read_symlink(path, error);
     return path;
 }
@@ -67,9 +67,9 @@ Done CheckReplaceable(const std::filesystem::path& target, std::filesystem::file
 
 // Makes a file beside `target` under a name that nothing has yet.
 FileHandle CreateBeside(const std::filesystem::path& target, std::filesystem::path& beside) {
-    constexpr int NamesMax = 100;
+    constexpr int namesMax = 100;
     FileHandle file;
-    for (int number = 0; !file && number < NamesMax; ++number) {
+    for (int number = 0; !file && number < namesMax; ++number) {
         beside = target;
         beside += ".new" + (number == 0 ? std::string() : std::to_string(number));
         file = Open(beside, "wbx");
@@ -97,8 +97,8 @@ tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path&
     FileHandle file = Open(path, "rb");
     if (!file)
         return tl::unexpected(LastReason());
-    // Room for all of it at once; what is no regular file, or grows meanwhile, is read piece by
-    // piece all the same.
+    // Room for the whole file at once. A file that grows while it is read, or that is no regular
+    // file, still comes piece by piece.
     std::string text;
     const auto size = std::filesystem::file_size(path, ignored);
     if (!ignored)
@@ -123,7 +123,7 @@ Done ReplaceTextFile(const std::filesystem::path& path, std::string_view text) {
         return tl::unexpected(error.message());
     const bool there = std::filesystem::exists(before);
     if (there)
-        if (const Done checked = CheckReplaceable(target, before); !checked)
+        if (Done checked = CheckReplaceable(target, before); !checked)
             return checked;
     std::filesystem::path beside;
     FileHandle file = CreateBeside(target, beside);

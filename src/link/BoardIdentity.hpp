@@ -18,11 +18,11 @@ BoardIdentity IdentityOf(const std::vector<std::uint8_t>& reply);
 /// "Device: ", the name, CR LF, "Version ", the version.
 std::string Describe(const BoardIdentity& identity);
 
-/// What the user is told when COM`commPort` cannot be opened, and the title over it.
+/// The message for a port COM`commPort` that cannot be opened, and its title.
 std::string PortFailureText(int commPort, const std::string& reason);
 constexpr char PortFailureTitle[] = "Communication Port Error";
 
-/// What the user is told when the board does not answer, and the title over it.
+/// The message for a board that does not answer, and its title.
 constexpr char NoReplyText[] = "Communication Error!";
 constexpr char NoReplyTitle[] = "Device Error";
 

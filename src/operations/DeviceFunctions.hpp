@@ -36,7 +36,7 @@ const DeviceFunction* FindSeriesFunction(std::int16_t code);
 /// the sequence, and ErrorFlag stays as it was.
 
 /// Copies the device into the image, then takes the display off the screen and has the views of
-/// what was read made anew. Uses one message line for all regions and never sets ErrorFlag.
+/// what was read reopened. Uses one message line for all regions and never sets ErrorFlag.
 void ReadDevice(FunctionRun& run);
 
 /// Erases the ticked regions, waiting one period of the pause timer after each command, since the

@@ -6,7 +6,7 @@ namespace {
 
 constexpr int PauseMilliseconds = 100;
 
-// The board confirms no erase, so one period of the pause timer stands for its end.
+// The board confirms no erase, so it is given one period of the pause timer.
 void EraseRegion(FunctionRun& run, Region region, void (ProgrammerLink::*erase)()) {
     run.ShowProgress(0);
     run.BeginRegion(region);

@@ -57,7 +57,7 @@ class FunctionDisplay {
     /// A Read has completed: the display goes off the screen, at once, though its run goes on.
     virtual void ReadCompletes() {}
 
-    /// The image has changed in these regions; whatever shows them is to be made anew.
+    /// The image has changed in these regions; whatever shows them must be brought up to date.
     virtual void ImageChanged(const Regions& /*regions*/) {}
 
     /// Asked before every region and every block, and while a pause lasts, which then ends. True

@@ -53,7 +53,7 @@ class FunctionRun {
     /// Begins a region on the current message line.
     void BeginRegion(Region region);
 
-    /// Begins a region that shows no text of its own; the line reads what it read.
+    /// Begins a region that has no heading; the current message line keeps its text.
     void BeginQuietRegion(Region region) { region_ = region; }
 
     /// Ends a region, begun or not, on the current message line.
@@ -73,7 +73,7 @@ class FunctionRun {
     void Pause(int milliseconds);
 
     /// Lets events run for one period of the pause timer, whatever it was last set to. An
-    /// interruption does not end it: the board needs that time for what it was told.
+    /// interruption does not end it: the board needs that time to erase.
     void WaitOnePeriod();
 
     /// Reads the eight words at byte address `address`. When the reply does not come, that has been

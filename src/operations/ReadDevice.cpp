@@ -36,8 +36,8 @@ void EndBlocks(FunctionRun& run, Region region) {
     run.Pause(PauseMilliseconds);
 }
 
-// Turns the stream that now stands in program memory (configuration word, then all program words
-// but the last) into the layout of the image. The closing block has what is missing.
+// Turns the stream that program memory now holds (configuration word, then all program words but
+// the last) into the layout of the image. The closing block has what is missing.
 bool ConvertStream(FunctionRun& run) {
     const int words = run.ProgramWords();
     MemoryImage& image = run.Image();

@@ -87,7 +87,7 @@ bool VerifyBlocks(FunctionRun& run, const VerifyRegion& region) {
     return true;
 }
 
-// One request serves both; each has a line of its own, and only a result.
+// One request serves both. Each has its own line, which has a result but no heading.
 void VerifyConfiguration(FunctionRun& run) {
     if (run.StopRequested())
         return;

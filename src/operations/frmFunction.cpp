@@ -123,7 +123,7 @@ void frmFunction::ProgressMoves(std::int16_t percent) {
     lblProgress->setText(QString::number(percent) + "%");
     const float width = static_cast<float>(percent) * static_cast<float>(shpBG->width()) / 100.0F;
     shpProgress->resize(static_cast<int>(width), shpBG->height());
-    if (QAccessible::isActive())  // it would be painted anew each time, for nobody
+    if (QAccessible::isActive())  // else it would be repainted each time for no one
         shpBG->setValue(percent);
 }
 

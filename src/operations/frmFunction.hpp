@@ -20,15 +20,15 @@ class QPushButton;
 
 namespace Tamber {
 
-/// The dialog that runs the device functions and shows how they go. It is made anew each time it is
-/// opened. While a function runs it cannot be closed; a Read that completes takes it off the
+/// The dialog that runs the device functions and shows their progress. It is made afresh each time
+/// it is opened. While a function runs it cannot be closed; a Read that completes takes it off the
 /// screen, but it exists, and its owner takes no input, until the run has unwound.
 class frmFunction : public QDialog, private FunctionDisplay {
   public:
     /// What brings the views of these regions of the image up to date.
     using ReopenViews = std::function<void(const Regions&)>;
 
-    /// Tells the board the device type. All that is handed in outlives the dialog.
+    /// Sends the device type to the board. The arguments outlive the dialog.
     frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
                 ReopenViews reopenViews);
 

@@ -22,7 +22,7 @@ QCheckBox* MakeRegionBox(QGroupBox* frame, const char* name, const char* caption
     return box;
 }
 
-// To be seen, a plain rectangle behind the bar; to a screen reader, the progress bar.
+// On the screen, a plain rectangle behind the bar; for a screen reader, the progress bar.
 class ProgressGround final : public QProgressBar {
   public:
     using QProgressBar::QProgressBar;

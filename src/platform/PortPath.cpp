@@ -9,7 +9,7 @@ std::filesystem::path PortPath([[maybe_unused]] const std::filesystem::path& dir
 #ifdef _WIN32
     return "COM" + std::to_string(commPort);
 #else
-    const std::filesystem::path local = directory / ("com" + std::to_string(commPort));
+    std::filesystem::path local = directory / ("com" + std::to_string(commPort));
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::symlink_status(local, error)))
         return local;

@@ -12,7 +12,7 @@ class ViewerStarter {
     virtual ~ViewerStarter() = default;
 
     /// Starts `program`, found as the system finds programs, with `arguments` in the directory that
-    /// is current now, as a process of its own that lives on when this one ends. Never waits.
+    /// is current now, as a process that outlives this one. Never waits.
     /// `failed` is called, at most once, when the program cannot be started, or when it ends within
     /// its first moments in a crash or with a status other than 0: at once, or while events are
     /// being delivered.

@@ -7,7 +7,7 @@
 namespace Tamber {
 
 /// A timer that ticks, once a period, while events are being delivered. A period never ends early.
-/// It is disabled and has a period of 1000 ms until it is told otherwise.
+/// It begins disabled, with a period of 1000 ms.
 class WindowTimer {
   public:
     virtual ~WindowTimer() = default;
