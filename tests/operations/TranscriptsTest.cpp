@@ -14,164 +14,145 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+// A line's words, taken one by one.
+struct Words {
+    explicit Words(const std::string& line) : text(line) {}
+
+    std::string Next() {
+        std::string word;
+        text >> word;
+        return word;
+    }
+    std::int16_t Number() { return static_cast<std::int16_t>(std::stoi(Next())); }
+    int Hex() { return std::stoi(Next(), nullptr, 16); }
+    std::uint8_t Byte() { return static_cast<std::uint8_t>(Hex()); }
+    bool More() { return !(text >> std::ws).eof(); }
+
+    std::istringstream text;
+};
+
 // The scenarios of a file: a device, what is done to it, runs and what they must record. The form
 // is described in tests/data/README.md.
 class Transcript {
   public:
-    explicit Transcript(const std::filesystem::path& file) : file_(file.filename().string()) {
+    explicit Transcript(const std::filesystem::path& file) {
         std::ifstream text(file);
         for (std::string line; std::getline(text, line);)
             lines_.push_back(line);
     }
 
     void Perform() {
-        for (next_ = 0; next_ < lines_.size();) {
-            const std::string line = lines_[next_++];
-            if (line.empty() || line.starts_with('#'))
-                continue;
-            const testing::ScopedTrace trace(file_.c_str(), static_cast<int>(next_), line);
-            std::istringstream words(line);
-            Obey(words);
+        while (next_ < lines_.size()) {
+            const std::string& line = lines_[next_++];
+            const testing::ScopedTrace trace("line", static_cast<int>(next_), line);
+            if (Words words(line); !line.empty() && !line.starts_with('#'))
+                Obey(words.Next(), words);
         }
     }
 
   private:
-    void Obey(std::istringstream& words) {
-        const std::string verb = Word(words);
+    void Obey(const std::string& verb, Words& words) {
         if (verb == "device") {
-            device_ = {Word(words), Short(words), Number(words), Short(words), Short(words)};
+            device_ = {words.Next(), words.Number(), words.Number(), words.Number(),
+                       words.Number()};
             faults_ = {};
             bench_.reset();
         } else if (verb == "silent-from") {
-            faults_.silentFrom = Number(words);
+            faults_.silentFrom = words.Number();
         } else if (verb == "refuse") {
-            faults_.refusedWrite = {static_cast<std::uint16_t>(Hex(words)), HexAsByte(words)};
+            faults_.refusedWrite = {static_cast<std::uint16_t>(words.Hex()), words.Byte()};
         } else if (verb == "reply-length") {
-            faults_.replyLength = {Number(words), static_cast<std::size_t>(Number(words))};
+            faults_.replyLength = {words.Number(), static_cast<std::size_t>(words.Number())};
         } else if (verb == "reply-byte") {
-            faults_.alteredByte = {Number(words), static_cast<std::size_t>(Number(words)),
-                                   HexAsByte(words)};
-        } else if (verb == "run") {
-            Run(words);
+            faults_.alteredByte = {words.Number(), static_cast<std::size_t>(words.Number()),
+                                   words.Byte()};
         } else {
-            Prepare(verb, words);
+            if (!bench_)
+                bench_.emplace(device_, faults_);
+            Act(verb, words);
         }
     }
 
-    // What is done to the bench, which is made when it is first needed.
-    void Prepare(const std::string& verb, std::istringstream& words) {
-        FunctionBench& bench = Bench();
-        if (verb == "image") {
-            bench.FillImage();
-        } else if (verb == "same") {
-            bench.FillImage();
-            bench.CopyImageToSocket();
-        } else if (verb == "erased") {
-            bench.Socket().EraseProgram();
+    void Act(const std::string& verb, Words& words) {
+        if (verb == "run") {
+            Run(words);
+        } else if (verb == "image" || verb == "same") {
+            bench_->FillImage();
+            if (verb == "same")
+                bench_->CopyImageToSocket();
         } else if (verb == "socket") {
-            const int address = Hex(words);
-            EXPECT_TRUE(bench.Socket().SetByte(std::uint32_t(address), HexAsByte(words)));
+            const auto address = static_cast<std::uint32_t>(words.Hex());
+            EXPECT_TRUE(bench_->Socket().SetByte(address, words.Byte()));
         } else if (verb == "flip") {
-            while (words >> std::ws, !words.eof()) {
-                const auto address = static_cast<std::uint32_t>(Hex(words));
-                bench.Socket().SetByte(address, bench.Socket().ByteAt(address) ^ 0x01);
+            while (words.More()) {
+                const auto address = static_cast<std::uint32_t>(words.Hex());
+                bench_->Socket().SetByte(address, bench_->Socket().ByteAt(address) ^ 0x01);
             }
         } else if (verb == "series") {
-            bench.series = {};
-            while (words >> std::ws, !words.eof())
-                bench.series.Entries[std::size_t(++bench.series.AutoCount)] = Short(words);
+            bench_->series = {};
+            while (words.More())
+                bench_->series.Entries[std::size_t(++bench_->series.AutoCount)] = words.Number();
         } else if (verb == "stop-after") {
-            bench.display.looksBeforeStop = Number(words);
+            bench_->display.looksBeforeStop = words.Number();
         } else {
             ADD_FAILURE() << "no such verb";
         }
     }
 
-    // run FUNCTION [REGION...], and "-" before what is not to be shown.
-    void Run(std::istringstream& words) {
-        const std::string command = Word(words);
+    void Run(Words& words) {
         const auto functions = DeviceFunctions();
-        const auto function = std::ranges::find(functions, command, &DeviceFunction::Command);
+        const auto function = std::ranges::find(functions, words.Next(), &DeviceFunction::Command);
         ASSERT_NE(function, functions.end());
-        Regions regions{false, false, false, false};
-        Lines hidden;
-        for (std::string word; words >> word;) {
-            regions.ProgramMemory |= word == "pm" || word == "all";
-            regions.Eeprom |= word == "eeprom" || word == "all";
-            regions.IdLocations |= word == "id" || word == "all";
-            regions.ConfigurationWord |= word == "config" || word == "all";
-            if (word == "quietly")
-                hidden = {"progress", "cleared"};
-            if (word == "ends")
-                hidden = {"progress", "cleared", "line", ">", "tick", "box", "views", "closes"};
-        }
-        Lines record = Bench().Run(function->Code, regions);
-        Count(record);
+        const std::string rest = words.text.str();
+        const auto says = [&](const char* word) { return rest.find(word) != std::string::npos; };
+        const bool all = says(" all");
+        Lines record = bench_->Run(function->Code, {all || says(" pm"), all || says(" eeprom"),
+                                                    all || says(" id"), all || says(" config")});
+        CompareCounts(record);
+        const bool ends = says(" ends");
         std::erase_if(record, [&](const std::string& entry) {
-            return std::ranges::any_of(hidden,
-                                       [&](const auto& kind) { return entry.starts_with(kind); });
+            const bool quiet = entry.starts_with("progress") || entry == "cleared";
+            return ends ? !entry.starts_with("end") && entry != "error" : quiet && says(" quietly");
         });
         Compare(record);
     }
 
-    // Lines "  = N BYTES" after a run: N frames of the run begin with these bytes.
-    void Count(const Lines& record) {
+    void CompareCounts(const Lines& record) {
         for (; next_ < lines_.size() && lines_[next_].starts_with("  = "); ++next_) {
-            std::istringstream words(lines_[next_].substr(4));
-            const int expected = Number(words);
-            std::string frame;
-            std::getline(words >> std::ws, frame);
+            Words words(lines_[next_].substr(4));
+            const int expected = words.Number();
+            const std::string frame =
+                ">" + words.text.str().substr(std::size_t(words.text.tellg()));
             EXPECT_EQ(expected, std::ranges::count_if(record,
                                                       [&](const std::string& entry) {
-                                                          return entry.starts_with("> " + frame);
+                                                          return entry.starts_with(frame);
                                                       }))
                 << frame;
         }
     }
 
-    // The indented lines that follow; "..." stands for any number of entries, at the beginning.
     void Compare(Lines record) {
         Lines expected;
         for (; next_ < lines_.size() && lines_[next_].starts_with("  "); ++next_)
             expected.push_back(WithImage(lines_[next_].substr(2)));
         if (!expected.empty() && expected.front() == "...") {
-            expected.erase(expected.begin());
-            if (record.size() > expected.size())
-                record.erase(record.begin(), record.end() - std::ssize(expected));
+            const auto skipped =
+                std::max<std::ptrdiff_t>(std::ssize(record) - std::ssize(expected), 0);
+            record.erase(record.begin(), record.begin() + skipped);
+            record.front() = "...";
         }
         EXPECT_EQ(record, expected);
     }
 
     // "[4200]" stands for the image's sixteen bytes there.
-    std::string WithImage(const std::string& line) {
+    std::string WithImage(const std::string& line) const {
         const auto bracket = line.find('[');
         if (!line.starts_with("> ") || bracket == std::string::npos)
             return line;
         const int address = std::stoi(line.substr(bracket + 1), nullptr, 16);
-        return line.substr(0, bracket) + HexBytes(Bench().image.Bytes(address, 16));
+        return line.substr(0, bracket) + HexBytes(bench_->image.Bytes(address, 16));
     }
 
-    FunctionBench& Bench() {
-        if (!bench_)
-            bench_.emplace(device_, faults_);
-        return *bench_;
-    }
-
-    static std::string Word(std::istringstream& words) {
-        std::string word;
-        words >> word;
-        return word;
-    }
-    static int Number(std::istringstream& words) { return std::stoi(Word(words)); }
-    static std::int16_t Short(std::istringstream& words) {
-        return static_cast<std::int16_t>(Number(words));
-    }
-    static int Hex(std::istringstream& words) { return std::stoi(Word(words), nullptr, 16); }
-    static std::uint8_t HexAsByte(std::istringstream& words) {
-        return static_cast<std::uint8_t>(Hex(words));
-    }
-
-    std::string file_;
     Lines lines_;
     std::size_t next_ = 0;
     DeviceRecord device_;
