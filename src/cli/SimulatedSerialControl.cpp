@@ -1,11 +1,10 @@
 #include "cli/SimulatedSerialControl.hpp"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 #include "core/TextFile.hpp"
-#include "simulator/HexFile.hpp"
+#include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Cli {
 namespace {
@@ -33,17 +32,15 @@ tl::expected<void, std::string> SimulatedSerialControl::LoadSocket(
     const auto text = ReadTextFile(file);
     if (!text)
         return tl::unexpected(text.error());
-    std::istringstream stream(*text);
-    if (const auto fault = Simulator::LoadHex(stream, engine_.Memory()))
-        return tl::unexpected("line " + std::to_string(fault->line) + ": " + fault->cause);
-    return {};
+    return Simulator::LoadDevice(*text, engine_.Memory())
+        .map_error([](const Simulator::LineFailure& failure) {
+            return "line " + std::to_string(failure.Line) + ": " + failure.Cause;
+        });
 }
 
 tl::expected<void, std::string> SimulatedSerialControl::SaveSocket(
     const std::filesystem::path& file) const {
-    std::ostringstream text;
-    Simulator::SaveHex(text, engine_.Memory());
-    return ReplaceTextFile(file, text.str());
+    return ReplaceTextFile(file, Simulator::DeviceText(engine_.Memory()));
 }
 
 tl::expected<void, std::string> SimulatedSerialControl::PortOpen(const std::filesystem::path&) {

@@ -12,8 +12,8 @@ namespace Tamber::Simulator {
 /// The time a board goes by, in microseconds since any fixed moment. It never runs backwards.
 using BoardClock = std::function<std::chrono::microseconds()>;
 
-/// A programmer board at the far end of a serial line, as the host sees it. It does nothing by
-/// itself: whoever holds it brings the host's bytes, and fetches the reply bytes when they are due.
+/// A programmer board at the far end of a serial line, as the host sees it. It does nothing on its
+/// own: its owner delivers the host's bytes and collects the reply bytes when they are due.
 class BoardLine {
   public:
     virtual ~BoardLine() = default;
@@ -23,13 +23,13 @@ class BoardLine {
 
     /// The clock time at which Take should be called next because something happens on the line
     /// (usually: a reply byte is due). It may lie in the past. nullopt: nothing is under way.
-    [[nodiscard]] virtual std::optional<std::chrono::microseconds> NextDue() const = 0;
+    virtual std::optional<std::chrono::microseconds> NextDue() const = 0;
 
     /// Appends every reply byte that is due by now, in order, to `bytes`. Each byte comes once.
     virtual void Take(std::vector<std::uint8_t>& bytes) = 0;
 
     /// True once the board has gone from the line for good: it takes and gives nothing more.
-    [[nodiscard]] virtual bool HungUp() const = 0;
+    virtual bool HungUp() const = 0;
 };
 
 }  // namespace Tamber::Simulator

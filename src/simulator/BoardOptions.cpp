@@ -1,177 +1,206 @@
 #include "simulator/BoardOptions.hpp"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
-
-#include "simulator/OptionValues.hpp"
+#include <charconv>
 
 namespace Tamber::Simulator {
-
 namespace {
 
-constexpr int Many = 1'000'000;
+using Numbers = std::vector<int>;
 
-// One option: its value as the help shows it (empty: it takes none), what the value may be, and
-// what to do with it; false when the value will not do.
-struct Option {
-    std::string_view name;
-    std::string_view value;
-    std::string_view meaning;
-    bool (*store)(BoardOptions&, std::string_view);
+struct Range {
+    int Least;
+    int Most;
 };
 
-template <typename Target>
-bool StoreNumber(Target& target, std::string_view text, int least, int most) {
-    const auto number = NumberFromText(text, least, most);
-    if (number)
-        target = static_cast<Target>(*number);
-    return number.has_value();
+constexpr Range Request{1, 1'000'000};
+constexpr Range Length{0, 1024};
+constexpr Range Byte{0, 0xFF};
+
+constexpr char FaultGroup[] = "Faults";
+
+// A whole number in decimal, or in hexadecimal after 0x, with no sign or blank.
+[[nodiscard]] std::optional<int> NumberFrom(std::string_view text, Range range) {
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    text.remove_prefix(hexadecimal ? 2 : 0);
+    int number = 0;
+    const auto* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number, hexadecimal ? 16 : 10);
+    if (error != std::errc{} || rest != end || text.starts_with('-') || number < range.Least ||
+        number > range.Most)
+        return std::nullopt;
+    return number;
 }
 
-template <typename Number>
-bool StoreNumber(std::optional<Number>& target, std::string_view text, int least, int most) {
-    const auto number = NumberFromText(text, least, most);
-    if (number)
-        target = static_cast<Number>(*number);
-    return number.has_value();
+// The numbers of `text`, one for each range, with colons between them; empty when it is not such.
+[[nodiscard]] Numbers NumbersFrom(std::string text, const std::vector<Range>& ranges) {
+    Numbers numbers;
+    for (const Range& range : ranges) {
+        const auto length = text.find(':');
+        const auto number = NumberFrom(text.substr(0, length), range);
+        const bool last = numbers.size() + 1 == ranges.size();
+        if (!number || last != (length == std::string::npos))
+            return {};
+        numbers.push_back(*number);
+        text.erase(0, length == std::string::npos ? length : length + 1);
+    }
+    return numbers;
 }
 
-bool StoreText(std::string& target, std::string_view text) {
-    target = text;
-    return !text.empty();
+bool Printable(const std::string& text) {
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-bool Printable(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
-}
+// The options of the program; each stores its value in `options`.
+class CommandLine {
+  public:
+    explicit CommandLine(BoardOptions& options) : options_(options), plan_(options.Faults) {
+        app_.set_help_flag("--help", "Show this text");
+        app_.footer(
+            "Requests are counted from 1: identifications, block reads and block writes.\n"
+            "Numbers may be written in hexadecimal, as 0x1F.");
+        AddDevice();
+        AddBoard();
+        AddFaults();
+    }
 
-bool StoreName(BoardOptions& options, std::string_view text) {
-    options.identification.name = text;
-    return !text.empty() && text.size() <= 5 && Printable(text);
-}
+    void Parse(std::vector<std::string> words) {
+        std::ranges::reverse(words);
+        app_.parse(words);
+        const auto faults = app_.get_options([](const CLI::Option* option) {
+            return option->get_group() == FaultGroup && option->count() > 0;
+        });
+        const bool own =
+            !faults.empty() || !options_.LoadFile.empty() || !options_.SaveFile.empty();
+        if (!options_.ReplayFile.empty() && own)
+            throw CLI::ValidationError("--replay takes no faults, no --load and no --save");
+    }
 
-bool StoreVersion(BoardOptions& options, std::string_view text) {
-    if (text.size() != 3 || text[1] != '.' || !Printable(text))
-        return false;
-    options.identification.major = text[0];
-    options.identification.minor = text[2];
-    return true;
-}
+    std::string Help() const { return app_.help(); }
 
-bool StoreReplyLength(BoardOptions& options, std::string_view text) {
-    const auto pieces = Pieces(text, ':');
-    auto& fault = options.faults.replyLength.emplace();
-    return pieces.size() == 2 && StoreNumber(fault.request, pieces[0], 1, Many) &&
-           StoreNumber(fault.length, pieces[1], 0, 1024);
-}
+  private:
+    // An option whose value `store` takes; it returns false for one that will not do.
+    template <typename Store>
+    void Add(const std::string& name, const char* form, const std::string& meaning, Store store) {
+        const auto take = [=](const std::string& text) {
+            if (!store(text))
+                throw CLI::ValidationError(name + ' ' + text + " will not do: " + meaning);
+        };
+        app_.add_option_function<std::string>(name, take, meaning)
+            ->type_name(form)
+            ->take_last()
+            ->group(group_);
+    }
 
-bool StoreAlteredByte(BoardOptions& options, std::string_view text) {
-    const auto pieces = Pieces(text, ':');
-    auto& fault = options.faults.alteredByte.emplace();
-    return pieces.size() == 3 && StoreNumber(fault.request, pieces[0], 1, Many) &&
-           StoreNumber(fault.index, pieces[1], 0, 1023) &&
-           StoreNumber(fault.value, pieces[2], 0, 0xFF);
-}
+    void AddText(const char* name, const char* form, const char* meaning, std::string& target) {
+        Add(name, form, meaning, [&](const std::string& text) { return !(target = text).empty(); });
+    }
 
-bool StoreRefusedWrite(BoardOptions& options, std::string_view text) {
-    const auto pieces = Pieces(text, ':');
-    auto& fault = options.faults.refusedWrite.emplace();
-    return pieces.size() == 2 && StoreNumber(fault.block, pieces[0], 0, 0xFFFF) &&
-           StoreNumber(fault.lowByte, pieces[1], 0, 0xFF);
-}
+    template <typename Store>
+    void AddNumbers(const char* name, const char* form, const char* meaning,
+                    const std::vector<Range>& ranges, Store store) {
+        Add(name, form, meaning, [=](const std::string& text) {
+            const Numbers numbers = NumbersFrom(text, ranges);
+            if (!numbers.empty())
+                store(numbers);
+            return !numbers.empty();
+        });
+    }
 
-bool StoreDelay(BoardOptions& options, std::string_view text) {
-    const auto pieces = Pieces(text, ':');
-    auto& fault = options.faults.delay.emplace();
-    int milliseconds = 0;
-    const bool good = pieces.size() <= 2 && StoreNumber(milliseconds, pieces.back(), 0, Many) &&
-                      (pieces.size() == 1 || StoreNumber(fault.request, pieces[0], 1, Many));
-    fault.time = std::chrono::milliseconds(milliseconds);
-    return good;
-}
+    template <typename Target>
+    void AddNumber(const char* name, const char* form, const char* meaning, Range range,
+                   Target& target) {
+        AddNumbers(name, form, meaning, {range}, [&](auto& n) { target = n[0]; });
+    }
 
-using Text = std::string_view;
+    void AddDevice() {
+        auto& [type, words, eeprom] = options_.Device;
+        AddNumber("--type", "N", "Device type in the socket, 1 to 26", {1, 26}, type);
+        AddNumber("--words", "N", "Program words, 0 to 8192", {0, 8192}, words);
+        AddNumber("--eeprom", "N", "EEPROM bytes, 0 to 256", {0, 256}, eeprom);
+        AddText("--load", "FILE", "HEX file the device starts with", options_.LoadFile);
+        AddText("--save", "FILE", "HEX file to write on SIGTERM, SIGINT, SIGUSR1 and hang-up",
+                options_.SaveFile);
+    }
 
-constexpr std::array Options{
-    Option{"--link", "PATH", "keep a symbolic link to the pseudo-terminal there",
-           [](BoardOptions& o, Text t) { return StoreText(o.link, t); }},
-    Option{"--type", "N", "device type in the socket, 1 to 26",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.device.typeCode, t, 1, 26); }},
-    Option{"--words", "N", "program words, 0 to 8192",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.device.programWords, t, 0, 8192); }},
-    Option{"--eeprom", "N", "EEPROM bytes, 0 to 256",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.device.eepromBytes, t, 0, 256); }},
-    Option{"--load", "FILE", "HEX file the device starts with",
-           [](BoardOptions& o, Text t) { return StoreText(o.loadFile, t); }},
-    Option{"--save", "FILE", "HEX file to write on SIGTERM, SIGINT, SIGUSR1 and hang-up",
-           [](BoardOptions& o, Text t) { return StoreText(o.saveFile, t); }},
-    Option{"--name", "NAME", "the board's name, 1 to 5 printable characters", StoreName},
-    Option{"--version", "X.Y", "the board's version, two characters around a point", StoreVersion},
-    Option{"--pace", "BAUD", "pace of the line in bits per second, 50 to 4000000; else at once",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.pace, t, 50, 4'000'000); }},
-    Option{"--trace", "", "a line on standard error for every frame and reply",
-           [](BoardOptions& o, Text) { return o.trace = true; }},
-    Option{"--silent-from", "K", "no answer from request K on, from 1",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.faults.silentFrom, t, 1, Many); }},
-    Option{"--reply-length", "K:N", "the reply to request K has N bytes, 0 to 1024",
-           StoreReplyLength},
-    Option{"--alter-reply", "K:I:V", "byte I (from 0) of the reply to request K has the value V",
-           StoreAlteredByte},
-    Option{"--refuse-write", "ADDRESS:LOW", "the block there is refused with that low byte",
-           StoreRefusedWrite},
-    Option{"--identification-length", "N", "identifications have N bytes, 0 to 1024",
-           [](BoardOptions& o, Text t) {
-               return StoreNumber(o.faults.identificationLength, t, 0, 1024);
-           }},
-    Option{"--delay", "[K:]MS", "the reply to request K, or every one, is MS milliseconds late",
-           StoreDelay},
-    Option{
-        "--hang-up", "K", "hang up at request K",
-        [](BoardOptions& o, Text t) { return StoreNumber(o.faults.hangUpAtRequest, t, 1, Many); }},
-    Option{"--hang-up-in-reply", "K", "hang up in the middle of the reply to request K",
-           [](BoardOptions& o, Text t) { return StoreNumber(o.faults.hangUpInReply, t, 1, Many); }},
-    Option{"--replay", "FILE", "answer as the board in that trace did; no device, no faults",
-           [](BoardOptions& o, Text t) { return StoreText(o.replayFile, t); }},
-    Option{"--help", "", "show this text", [](BoardOptions& o, Text) { return o.help = true; }},
+    void AddBoard() {
+        group_ = "Board";
+        auto& [name, major, minor] = options_.Identity;
+        Add("--name", "NAME", "The board's name, 1 to 5 printable characters",
+            [&](const std::string& text) {
+                name = text;
+                return !text.empty() && text.size() <= 5 && Printable(text);
+            });
+        Add("--version", "X.Y", "The board's version, two characters around a point",
+            [&](const std::string& text) {
+                const bool good = text.size() == 3 && text[1] == '.' && Printable(text);
+                major = good ? text.front() : major;
+                minor = good ? text.back() : minor;
+                return good;
+            });
+        AddText("--link", "PATH", "Keep a symbolic link to the pseudo-terminal there",
+                options_.Link);
+        AddNumber("--pace", "BAUD",
+                  "Bits per second on the line, 50 to 4000000; without it replies come at once",
+                  {50, 4'000'000}, options_.Pace);
+        app_.add_flag("--trace", options_.Trace,
+                      "Write a line to standard error for every frame and reply")
+            ->group(group_);
+        AddText("--replay", "FILE", "Answer as the board in that trace did; no device, no faults",
+                options_.ReplayFile);
+    }
+
+    void AddFaults() {
+        group_ = FaultGroup;
+        AddNumber("--silent-from", "K", "No answer from request K on", Request, plan_.SilentFrom);
+        AddNumbers("--reply-length", "K:N", "The reply to request K has N bytes, 0 to 1024",
+                   {Request, Length}, [&](auto& n) { plan_.ReplyLength.emplace(n[0], n[1]); });
+        AddNumbers("--alter-reply", "K:I:V",
+                   "Byte I (from 0) of the reply to request K has the value V",
+                   {Request, {0, 1023}, Byte},
+                   [&](auto& n) { plan_.AlteredByte.emplace(n[0], n[1], n[2]); });
+        AddNumbers("--refuse-write", "ADDRESS:LOW",
+                   "The block at that byte address is refused with that low byte",
+                   {{0, 0xFFFF}, Byte}, [&](auto& n) { plan_.RefusedWrite.emplace(n[0], n[1]); });
+        AddNumber("--identification-length", "N", "Identifications have N bytes, 0 to 1024", Length,
+                  plan_.IdentificationLength);
+        Add("--delay", "[K:]MS", "The reply to request K, or every one, is MS milliseconds late",
+            [&](const std::string& text) { return StoreDelay(text); });
+        AddNumber("--hang-up", "K", "Hang up at request K", Request, plan_.HangUpAtRequest);
+        AddNumber("--hang-up-in-reply", "K", "Hang up in the middle of the reply to request K",
+                  Request, plan_.HangUpInReply);
+    }
+
+    bool StoreDelay(const std::string& text) {
+        constexpr Range milliseconds{0, 1'000'000};
+        const bool all = text.find(':') == std::string::npos;
+        const Numbers numbers = NumbersFrom(all ? "1:" + text : text, {Request, milliseconds});
+        if (!numbers.empty())
+            plan_.Delay.emplace(all ? std::nullopt : std::optional(numbers[0]),
+                                std::chrono::milliseconds(numbers[1]));
+        return !numbers.empty();
+    }
+
+    CLI::App app_{"A simulated programmer board on a pseudo-terminal.", "tamber-board"};
+    BoardOptions& options_;
+    FaultPlan& plan_;
+    const char* group_ = "Device";
 };
 
 }  // namespace
 
-std::variant<BoardOptions, std::string> ParseOptions(std::span<const std::string_view> arguments) {
+tl::expected<BoardOptions, Ending> ParseBoardOptions(std::vector<std::string> words) {
     BoardOptions options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string name(arguments[i]);
-        const auto* const option =
-            std::find_if(Options.begin(), Options.end(),
-                         [&](const Option& known) { return known.name == name; });
-        if (option == Options.end())
-            return name + " is not an option; --help lists them";
-        const bool valued = !option->value.empty();
-        if (valued && i + 1 == arguments.size())
-            return name + " needs a value: " + std::string(option->meaning);
-        const auto value = valued ? arguments[++i] : std::string_view();
-        if (!option->store(options, value))
-            return name + ' ' + std::string(value) +
-                   " will not do: " + std::string(option->meaning);
+    CommandLine line(options);
+    try {
+        line.Parse(std::move(words));
+        return options;
+    } catch (const CLI::Success&) {
+        return tl::unexpected(Ending{0, line.Help()});
+    } catch (const CLI::ParseError& error) {
+        return tl::unexpected(Ending{WronglyCalled, error.what()});
     }
-    const bool own =
-        !options.faults.Empty() || !options.loadFile.empty() || !options.saveFile.empty();
-    if (!options.replayFile.empty() && own)
-        return "--replay goes with --link, --pace and --trace only";
-    return options;
-}
-
-std::string HelpText() {
-    std::string text =
-        "tamber-board [OPTION]...\n"
-        "A simulated programmer board on a pseudo-terminal. Requests are counted from 1:\n"
-        "identifications, block reads and block writes. Numbers may be written as 0x1F.\n\n";
-    for (const auto& option : Options) {
-        std::string line = "  " + std::string(option.name) + ' ' + std::string(option.value);
-        line.resize(std::max<std::size_t>(line.size() + 1, 30), ' ');
-        text.append(line).append(option.meaning).append("\n");
-    }
-    return text;
 }
 
 }  // namespace Tamber::Simulator

@@ -1,42 +1,39 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
-#include <string_view>
-#include <variant>
+#include <vector>
 
 #include "simulator/BoardEngine.hpp"
-#include "simulator/DeviceMemory.hpp"
 #include "simulator/Faults.hpp"
 
 namespace Tamber::Simulator {
 
-/// What the command line of tamber-board asks for.
+/// What the command line of tamber-board asks for. An empty name stands for an option not given.
 struct BoardOptions {
-    /// Where the link to the pseudo-terminal goes; empty: no link.
-    std::string link;
-    DeviceShape device;
-    Identification identification;
-    /// A HEX file the device starts with; empty: it starts blank.
-    std::string loadFile;
-    /// A HEX file that takes the device's contents; empty: none does.
-    std::string saveFile;
-    /// The speed of the line in bits per second; not set: the board answers at once.
-    std::optional<unsigned> pace;
-    bool trace = false;
-    bool help = false;
-    FaultPlan faults;
-    /// A trace to answer by; empty: the board answers for itself.
-    std::string replayFile;
+    std::string Link;  ///< where the link to the pseudo-terminal goes
+    DeviceShape Device;
+    Identification Identity;
+    std::string LoadFile;          ///< a HEX file the device starts with; else it is blank
+    std::string SaveFile;          ///< a HEX file that takes the device's contents
+    std::optional<unsigned> Pace;  ///< bits per second; not set: the board answers at once
+    bool Trace = false;
+    FaultPlan Faults;
+    std::string ReplayFile;  ///< a trace to answer by
 };
 
-/// The options, or one line that says which argument is wrong and what would be right. `arguments`
-/// leave out the program's name. When an option is given twice the last one counts.
-[[nodiscard]] std::variant<BoardOptions, std::string> ParseOptions(
-    std::span<const std::string_view> arguments);
+/// Why the program ends: its exit status and what it says, on standard error unless it went well.
+struct Ending {
+    int Status = 0;
+    std::string Text;
+};
 
-/// The text for --help, a line for each option.
-[[nodiscard]] std::string HelpText();
+/// The exit statuses of failures.
+constexpr int Failed = 1;
+constexpr int WronglyCalled = 2;
+
+/// `words` leave out the program's name. When an option is given twice the last one counts. Other
+/// than options comes the help text, or one line that says which option is wrong and why.
+[[nodiscard]] tl::expected<BoardOptions, Ending> ParseBoardOptions(std::vector<std::string> words);
 
 }  // namespace Tamber::Simulator

@@ -13,10 +13,9 @@
 #endif
 
 namespace Tamber::Simulator {
-
 namespace {
 
-// A signal handler can reach nothing but objects of static storage.
+// A signal handler can reach only objects of static storage.
 volatile std::sig_atomic_t stopAsked = 0;
 volatile std::sig_atomic_t saveAsked = 0;
 
@@ -29,19 +28,19 @@ extern "C" void NoteSignal(int signal) {
 
 constexpr std::array Caught{SIGTERM, SIGINT, SIGUSR1};
 
-// Sleeps until the host has written, `due` has come or a signal has been noticed. True: bytes.
-bool Sleep(int descriptor, const BoardClock& clock, std::optional<std::chrono::microseconds> due) {
+// Sleeps until the host has written, `due` has come or a signal has been noticed.
+void Sleep(int descriptor, const BoardClock& clock, std::optional<std::chrono::microseconds> due) {
     timespec left{};
     if (due) {
         const auto wait = std::max(*due - clock(), std::chrono::microseconds{});
         left.tv_sec = static_cast<time_t>(wait.count() / 1'000'000);
         left.tv_nsec = static_cast<long>(wait.count() % 1'000'000 * 1000);
     }
-    // The signals are blocked everywhere but in here: none is missed between a look and a sleep.
+    // The signals are blocked everywhere else: none is missed between checking and sleeping.
     sigset_t none;
     sigemptyset(&none);
     pollfd wanted{descriptor, POLLIN, 0};
-    return ::ppoll(&wanted, 1, due ? &left : nullptr, &none) > 0;
+    ::ppoll(&wanted, 1, due ? &left : nullptr, &none);
 }
 
 }  // namespace
@@ -56,7 +55,7 @@ void CatchSignals() {
     action.sa_handler = NoteSignal;
     for (const int signal : Caught)
         sigaction(signal, &action, nullptr);
-    // Nobody may be reading the trace any more.
+    // The trace may have lost its reader.
     std::signal(SIGPIPE, SIG_IGN);
 #ifdef __linux__
     // A byte at 57600 baud lasts 174 microseconds; the usual slack of 50 would show.
@@ -64,15 +63,13 @@ void CatchSignals() {
 #endif
 }
 
-bool Serve(BoardLine& line, const BoardClock& clock, const PseudoTerminal& terminal,
+void Serve(BoardLine& line, const BoardClock& clock, const PseudoTerminal& terminal,
            const std::function<void()>& save, const std::function<void()>& afterReply) {
     std::array<std::uint8_t, 4096> buffer{};
     std::vector<std::uint8_t> replies;
     while (!line.HungUp()) {
-        if (Sleep(terminal.Descriptor(), clock, line.NextDue())) {
-            if (const auto bytes = terminal.Read(buffer))
-                line.Receive(*bytes);
-        }
+        Sleep(terminal.Descriptor(), clock, line.NextDue());
+        line.Receive(terminal.Read(buffer));
         replies.clear();
         line.Take(replies);
         terminal.Write(replies);
@@ -82,9 +79,8 @@ bool Serve(BoardLine& line, const BoardClock& clock, const PseudoTerminal& termi
             save();
         }
         if (stopAsked != 0)
-            return true;
+            return;
     }
-    return false;
 }
 
 }  // namespace Tamber::Simulator

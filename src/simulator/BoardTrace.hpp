@@ -17,15 +17,15 @@ namespace Tamber::Simulator {
 ///     12.345702 > 04 00 10 00 01 ; block at 0010
 ///     12.345731 < 11 FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F FF 3F ; block at 0010
 ///
-/// TIME is the board's clock in seconds with six decimals; after `!` it is when the host gets what
-/// the line holds. MARK is `>` for a whole frame from the
-/// host, `<` for a reply to it, `!` for what the host gets in place of the `<` line before it, or
-/// in place of any answer, because of a fault. BYTES are in hexadecimal, the frame's count byte
-/// included; there may be none after `!`. The gloss is for people and holds no ` ; `.
+/// TIME is the board's clock in seconds with six decimals. MARK is `>` for a whole frame from the
+/// host, `<` for a reply to it, `!` for what the host gets because of a fault, in place of the `<`
+/// line before it or of any answer; its TIME is when the host gets it. BYTES are in hexadecimal,
+/// the frame's count byte included; there may be none after `!`. The gloss is for people and
+/// holds no ` ; `.
 using BoardTrace = std::function<void(std::string_view)>;
 
 /// One line in the form above.
-[[nodiscard]] std::string TraceLine(std::chrono::microseconds time, char mark,
-                                    std::span<const std::uint8_t> bytes, std::string_view gloss);
+std::string TraceLine(std::chrono::microseconds time, char mark,
+                      std::span<const std::uint8_t> bytes, std::string_view gloss);
 
 }  // namespace Tamber::Simulator

@@ -4,22 +4,13 @@
 
 namespace Tamber::Simulator {
 
-namespace {
-
-constexpr std::uint32_t ProgramEnd = 0x4000;
-
-}  // namespace
-
 DeviceMemory::DeviceMemory(const DeviceShape& shape)
     : shape_(shape),
-      program_(static_cast<std::size_t>(shape.programWords) * 2),
-      eeprom_(static_cast<std::size_t>(shape.eepromBytes) * 2) {
-    assert(shape.programWords >= 0 && shape.programWords <= 8192);
-    assert(shape.eepromBytes >= 0 && shape.eepromBytes <= 256);
-    EraseProgram();
-    EraseEeprom();
-    EraseIds();
-    EraseConfiguration();
+      program_(static_cast<std::size_t>(shape.ProgramWords) * 2),
+      eeprom_(static_cast<std::size_t>(shape.EepromBytes) * 2) {
+    assert(shape.ProgramWords >= 0 && shape.ProgramWords <= 8192);
+    assert(shape.EepromBytes >= 0 && shape.EepromBytes <= 256);
+    Erase(0, EndAddress);
 }
 
 const std::uint8_t* DeviceMemory::Find(std::uint32_t address) const {
@@ -35,8 +26,8 @@ const std::uint8_t* DeviceMemory::Find(std::uint32_t address) const {
 std::uint8_t DeviceMemory::BlankByte(std::uint32_t address) const {
     if (address % 2 == 0)
         return 0xFF;
-    if (address < ProgramEnd)
-        return shape_.typeCode < 6 ? 0x0F : 0x3F;
+    if (address < IdAddress)
+        return shape_.TypeCode < 6 ? 0x0F : 0x3F;
     return address == ConfigurationAddress + 1 ? 0x3F : 0xFF;
 }
 
@@ -47,10 +38,9 @@ std::uint8_t DeviceMemory::ByteAt(std::uint32_t address) const {
 
 bool DeviceMemory::SetByte(std::uint32_t address, std::uint8_t value) {
     auto* const byte = const_cast<std::uint8_t*>(Find(address));
-    if (byte == nullptr)
-        return false;
-    *byte = value;
-    return true;
+    if (byte != nullptr)
+        *byte = value;
+    return byte != nullptr;
 }
 
 BlockBytes DeviceMemory::Block(std::uint32_t address) const {
@@ -79,33 +69,19 @@ BlockBytes DeviceMemory::StreamBlock(std::uint32_t address) const {
     return block;
 }
 
-std::optional<std::uint32_t> DeviceMemory::Write(std::uint32_t address,
-                                                 std::span<const std::uint8_t> bytes) {
+tl::expected<void, std::uint32_t> DeviceMemory::Write(std::uint32_t address,
+                                                      std::span<const std::uint8_t> bytes) {
     for (const auto byte : bytes) {
         if (!SetByte(address, byte))
-            return address;
+            return tl::unexpected(address);
         ++address;
     }
-    return std::nullopt;
+    return {};
 }
 
-void DeviceMemory::EraseProgram() {
-    for (std::uint32_t i = 0; i < program_.size(); ++i)
-        program_[i] = BlankByte(i);
-}
-
-void DeviceMemory::EraseEeprom() {
-    eeprom_.assign(eeprom_.size(), 0xFF);
-}
-
-void DeviceMemory::EraseIds() {
-    for (auto address = IdAddress; address < ConfigurationAddress; ++address)
+void DeviceMemory::Erase(std::uint32_t from, std::uint32_t to) {
+    for (auto address = from; address < to; ++address)
         SetByte(address, BlankByte(address));
-}
-
-void DeviceMemory::EraseConfiguration() {
-    SetByte(ConfigurationAddress, BlankByte(ConfigurationAddress));
-    SetByte(ConfigurationAddress + 1, BlankByte(ConfigurationAddress + 1));
 }
 
 }  // namespace Tamber::Simulator

@@ -5,11 +5,11 @@
 namespace Tamber::Simulator {
 
 bool Frame::IsCommand(char letter) const {
-    return IsCommand() && bytes[1] == static_cast<std::uint8_t>(letter);
+    return IsCommand() && Bytes[1] == static_cast<std::uint8_t>(letter);
 }
 
 std::uint16_t Frame::Address() const {
-    return static_cast<std::uint16_t>(bytes.at(1) << 8 | bytes.at(2));
+    return static_cast<std::uint16_t>(Bytes.at(1) << 8 | Bytes.at(2));
 }
 
 std::vector<Frame> FrameReader::Feed(std::span<const std::uint8_t> bytes,
@@ -18,14 +18,20 @@ std::vector<Frame> FrameReader::Feed(std::span<const std::uint8_t> bytes,
     if (bytes.empty())
         return frames;
     if (!partial_.empty() && now - lastByte_ >= Patience)
-        frames.push_back({std::exchange(partial_, {}), true});
+        frames.push_back(Finish(true));
     lastByte_ = now;
     for (const auto byte : bytes) {
         partial_.push_back(byte);
         if (partial_.size() == partial_.front() + std::size_t{1})
-            frames.push_back({std::exchange(partial_, {}), false});
+            frames.push_back(Finish(false));
     }
     return frames;
+}
+
+Frame FrameReader::Finish(bool dropped) {
+    Frame frame{std::exchange(partial_, {}), dropped, readOpen_};
+    readOpen_ = frame.IsCommand('R');
+    return frame;
 }
 
 }  // namespace Tamber::Simulator

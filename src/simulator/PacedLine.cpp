@@ -21,7 +21,7 @@ std::optional<std::chrono::microseconds> PacedLine::NextDue() const {
     for (const auto* const wire : {&toBoard_, &toHost_}) {
         if (wire->empty())
             continue;
-        const auto due = std::chrono::ceil<std::chrono::microseconds>(wire->front().due);
+        const auto due = std::chrono::ceil<std::chrono::microseconds>(wire->front().Due);
         next = std::min(next.value_or(due), due);
     }
     return next;
@@ -30,8 +30,8 @@ std::optional<std::chrono::microseconds> PacedLine::NextDue() const {
 void PacedLine::Take(std::vector<std::uint8_t>& bytes) {
     const Time now = clock_();
     Advance(now);
-    for (; !toHost_.empty() && toHost_.front().due <= now; toHost_.pop_front())
-        bytes.push_back(toHost_.front().value);
+    for (; !toHost_.empty() && toHost_.front().Due <= now; toHost_.pop_front())
+        bytes.push_back(toHost_.front().Value);
 }
 
 // A reply starts at the moment the byte that completed its request arrived, or at the moment the
@@ -39,8 +39,8 @@ void PacedLine::Take(std::vector<std::uint8_t>& bytes) {
 void PacedLine::Advance(Time now) {
     for (;;) {
         const std::optional<Time> ready = inner_.NextDue();
-        const bool arrives = !toBoard_.empty() && toBoard_.front().due <= now;
-        if (ready && *ready <= now && (!arrives || *ready <= toBoard_.front().due)) {
+        const bool arrives = !toBoard_.empty() && toBoard_.front().Due <= now;
+        if (ready && *ready <= now && (!arrives || *ready <= toBoard_.front().Due)) {
             Collect(*ready);
         } else if (arrives) {
             const auto [due, value] = toBoard_.front();

@@ -6,10 +6,9 @@
 
 namespace Tamber::Simulator {
 
-/// Puts a board behind a serial line of a given speed: every byte, in either direction, takes ten
-/// bit times (start bit, eight data bits, stop bit), one after the other. The board sees a byte
-/// when its last bit has come, and a reply byte is due at the host in the same way. It belongs
-/// outside a FaultyBoard.
+/// Connects a board through a serial line of a given speed: every byte, in either direction, takes
+/// ten bit times (start bit, eight data bits, stop bit), one after the other. The board sees a byte
+/// when its last bit has arrived, and so does the host. It belongs outside a FaultyBoard.
 class PacedLine : public BoardLine {
   public:
     /// `inner` must outlive this line and go by the same clock. `baud` is in bits per second, at
@@ -17,10 +16,10 @@ class PacedLine : public BoardLine {
     PacedLine(BoardLine& inner, BoardClock clock, unsigned baud);
 
     void Receive(std::span<const std::uint8_t> bytes) override;
-    [[nodiscard]] std::optional<std::chrono::microseconds> NextDue() const override;
+    std::optional<std::chrono::microseconds> NextDue() const override;
     void Take(std::vector<std::uint8_t>& bytes) override;
-    /// False as long as reply bytes are still on their way.
-    [[nodiscard]] bool HungUp() const override { return inner_.HungUp() && toHost_.empty(); }
+    /// False while reply bytes are still on their way.
+    bool HungUp() const override { return inner_.HungUp() && toHost_.empty(); }
 
   private:
     // A byte at 57600 baud takes 173.6 microseconds: counted in microseconds, a long transfer
@@ -28,8 +27,8 @@ class PacedLine : public BoardLine {
     using Time = std::chrono::nanoseconds;
 
     struct TimedByte {
-        Time due;
-        std::uint8_t value;
+        Time Due;
+        std::uint8_t Value;
     };
 
     void Advance(Time now);

@@ -1,23 +1,22 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
-#include <variant>
+#include <tl/expected.hpp>
+#include <utility>
 
 namespace Tamber::Simulator {
 
 /// A file descriptor that is closed when it goes.
 class FileDescriptor {
   public:
-    explicit FileDescriptor(int value = -1) : value_(value) {}
-    FileDescriptor(FileDescriptor&& other) noexcept;
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    explicit FileDescriptor(int value) : value_(value) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
     ~FileDescriptor();
 
     /// -1 when there is none.
-    [[nodiscard]] int Value() const { return value_; }
+    int Value() const { return value_; }
 
   private:
     int value_;
@@ -28,18 +27,17 @@ class FileDescriptor {
 /// hosts come and go; bytes a host has left unread wait for the next one.
 class PseudoTerminal {
   public:
-    /// The pseudo-terminal, or which step failed and why.
-    [[nodiscard]] static std::variant<PseudoTerminal, std::string> Open();
+    /// The failure is which step failed and why.
+    [[nodiscard]] static tl::expected<PseudoTerminal, std::string> Open();
 
     /// The device the host opens, for example /dev/pts/3.
-    [[nodiscard]] const std::string& Name() const { return name_; }
+    const std::string& Name() const { return name_; }
 
     /// The descriptor to wait on. It never blocks.
-    [[nodiscard]] int Descriptor() const { return board_.Value(); }
+    int Descriptor() const { return board_.Value(); }
 
-    /// What the host has written, up to the size of `buffer`; nullopt when nothing is there.
-    [[nodiscard]] std::optional<std::span<const std::uint8_t>> Read(
-        std::span<std::uint8_t> buffer) const;
+    /// What the host has written, up to the size of `buffer`; empty when nothing is there.
+    std::span<const std::uint8_t> Read(std::span<std::uint8_t> buffer) const;
 
     /// Sends the bytes. What does not fit because no host reads is lost, as on a serial line.
     void Write(std::span<const std::uint8_t> bytes) const;
@@ -52,24 +50,12 @@ class PseudoTerminal {
     std::string name_;
 };
 
-/// A symbolic link to a pseudo-terminal under a name of the user's choice.
-class TerminalLink {
-  public:
-    /// Makes the link; an empty path makes none. A link that leads to a pseudo-terminal or nowhere
-    /// is taken for one left behind and replaced. Anything else that bears the name is left alone
-    /// and the reason given.
-    [[nodiscard]] static std::variant<TerminalLink, std::string> Make(const std::string& path,
-                                                                      const std::string& target);
-    TerminalLink(TerminalLink&& other) noexcept;
-    TerminalLink& operator=(TerminalLink&&) = delete;
-    /// Removes the link, unless somebody has led it elsewhere meanwhile.
-    ~TerminalLink();
+/// Makes a symbolic link to a pseudo-terminal. A link that leads to one or nowhere is taken for
+/// stale and replaced; anything else of that name is left alone. The failure is the reason.
+[[nodiscard]] tl::expected<void, std::string> MakeLink(const std::string& path,
+                                                       const std::string& target);
 
-  private:
-    TerminalLink(std::string path, std::string target);
-
-    std::string path_;
-    std::string target_;
-};
+/// Removes the link unless it leads elsewhere by now.
+void RemoveLink(const std::string& path, const std::string& target);
 
 }  // namespace Tamber::Simulator

@@ -1,68 +1,45 @@
 #pragma once
 
-#include <deque>
-#include <string>
-#include <variant>
+#include <tl/expected.hpp>
 
-#include "simulator/BoardLine.hpp"
-#include "simulator/BoardTrace.hpp"
-#include "simulator/Frame.hpp"
+#include "simulator/FramedBoard.hpp"
+#include "simulator/LineFailure.hpp"
 
 namespace Tamber::Simulator {
 
 /// One frame of a traced host, and what the host got before it sent the next.
 struct TracedExchange {
     struct Answer {
-        std::chrono::microseconds delay{};  ///< after the frame
-        std::vector<std::uint8_t> bytes;
+        std::chrono::microseconds Delay{};  ///< after the frame
+        std::vector<std::uint8_t> Bytes;
     };
 
-    std::vector<std::uint8_t> frame;  ///< empty: what came before the first one
-    std::vector<Answer> answers;
-    bool hungUp = false;  ///< the board was gone from the line after the answers
+    std::chrono::microseconds Time{};  ///< of the frame, as traced
+    std::vector<std::uint8_t> Frame;   ///< empty: what came before the first one
+    std::vector<Answer> Answers;
+    bool HungUp = false;  ///< the board was gone from the line after the answers
 };
 
-/// A line of a trace that cannot be understood.
-struct TraceFault {
-    int line = 0;  ///< from 1
-    std::string cause;
-};
-
-/// Takes a trace in the form of BoardTrace apart. A `!` line takes the place of the `<` line before
-/// it; one whose gloss says "hung up" ends the trace. Empty lines and lines that begin with # are
-/// passed over.
-[[nodiscard]] std::variant<std::vector<TracedExchange>, TraceFault> ReadTrace(
-    std::string_view text);
+/// Reads a trace in the form of BoardTrace. A `!` line takes the place of the `<` line before it;
+/// one whose gloss says "hung up" ends the trace. Empty lines and lines that begin with # are
+/// ignored.
+[[nodiscard]] tl::expected<std::vector<TracedExchange>, LineFailure> ReadTrace(
+    const std::string& text);
 
 /// A board that answers as the one in a trace did: the same bytes to the same frames, after the
 /// same time. A host that leaves out frames of the trace is followed; a frame that does not occur
 /// in the rest of the trace is not answered.
-class ReplayBoard : public BoardLine {
+class ReplayBoard : public FramedBoard {
   public:
     ReplayBoard(BoardClock clock, std::vector<TracedExchange> exchanges, BoardTrace trace = {});
 
-    void Receive(std::span<const std::uint8_t> bytes) override;
-    [[nodiscard]] std::optional<std::chrono::microseconds> NextDue() const override;
-    void Take(std::vector<std::uint8_t>& bytes) override;
-    [[nodiscard]] bool HungUp() const override { return leaving_ && toHost_.empty(); }
+    void Obey(const Frame& frame) override;
 
   private:
-    struct TimedBytes {
-        std::chrono::microseconds due{};
-        std::vector<std::uint8_t> bytes;
-    };
+    void AnswerAs(const TracedExchange& exchange);
 
-    void Obey(const Frame& frame);
-    void Answer(const TracedExchange& exchange);
-    void Trace(char mark, std::span<const std::uint8_t> bytes, const std::string& gloss) const;
-
-    BoardClock clock_;
     std::vector<TracedExchange> exchanges_;
     std::size_t next_ = 0;
-    BoardTrace trace_;
-    FrameReader reader_;
-    std::deque<TimedBytes> toHost_;
-    bool leaving_ = false;
 };
 
 }  // namespace Tamber::Simulator

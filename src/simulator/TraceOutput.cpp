@@ -8,35 +8,24 @@
 
 namespace Tamber::Simulator {
 
-namespace {
-
-constexpr std::size_t MostHeld = 4 * 1024 * 1024;
-
-// A pipe that is ready takes at least this much without waiting.
-constexpr std::size_t Portion = PIPE_BUF;
-
-}  // namespace
-
-TraceOutput::~TraceOutput() {
-    Show(1000);
-}
-
 void TraceOutput::Add(std::string_view line) {
-    if (lines_.size() < MostHeld)
+    constexpr std::size_t heldMax = 4 * 1024 * 1024;
+    if (lines_.size() < heldMax)
         lines_.append(line).append("\n");
 }
 
-void TraceOutput::Show(int patienceMilliseconds) {
-    std::size_t shown = 0;
+void TraceOutput::Write(int patienceMilliseconds) {
+    constexpr std::size_t portion = PIPE_BUF;  // a pipe that is ready takes this much at once
+    std::size_t written = 0;
     pollfd wanted{STDERR_FILENO, POLLOUT, 0};
-    while (shown < lines_.size() && ::poll(&wanted, 1, patienceMilliseconds) == 1) {
-        const auto length = std::min(Portion, lines_.size() - shown);
-        const auto written = ::write(STDERR_FILENO, lines_.data() + shown, length);
-        if (written <= 0)
+    while (written < lines_.size() && ::poll(&wanted, 1, patienceMilliseconds) == 1) {
+        const auto length = std::min(portion, lines_.size() - written);
+        const auto count = ::write(STDERR_FILENO, lines_.data() + written, length);
+        if (count <= 0)
             break;
-        shown += static_cast<std::size_t>(written);
+        written += static_cast<std::size_t>(count);
     }
-    lines_.erase(0, shown);
+    lines_.erase(0, written);
 }
 
 }  // namespace Tamber::Simulator

@@ -1,18 +1,12 @@
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <memory>
-#include <sstream>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <variant>
-#include <vector>
+#include <optional>
 
+#include "core/TextFile.hpp"
 #include "simulator/BoardOptions.hpp"
 #include "simulator/BoardService.hpp"
-#include "simulator/HexFile.hpp"
+#include "simulator/DeviceFile.hpp"
 #include "simulator/PacedLine.hpp"
 #include "simulator/PseudoTerminal.hpp"
 #include "simulator/ReplayBoard.hpp"
@@ -20,14 +14,14 @@
 
 namespace {
 
+using namespace Tamber;
 using namespace Tamber::Simulator;
 
-constexpr int Failed = 1;
-constexpr int WronglyCalled = 2;
+constexpr std::size_t FileSizeMax = 64 << 20;
 
-int Complain(int status, const std::string& message) {
-    std::cerr << "tamber-board: " << message << '\n';
-    return status;
+int Complain(const Ending& ending) {
+    std::cerr << "tamber-board: " << ending.Text << '\n';
+    return ending.Status;
 }
 
 // Counts from the start of the program, so that the times of a trace are easy to read.
@@ -38,107 +32,86 @@ BoardClock StartedClock() {
     };
 }
 
-// What went wrong, or nothing.
-std::string Load(const std::string& name, DeviceMemory& memory) {
+// What `read` makes of the text of a file; the failure names the file.
+template <typename Read>
+auto ReadFile(const std::string& name, Read read) {
+    return ReadTextFile(name, FileSizeMax)
+        .map_error([&](const std::string& reason) {
+            return Ending{WronglyCalled, "cannot read " + name + ": " + reason};
+        })
+        .and_then([&](const std::string& text) {
+            return read(text).map_error([&](const LineFailure& failure) {
+                return Ending{WronglyCalled,
+                              name + ':' + std::to_string(failure.Line) + ": " + failure.Cause};
+            });
+        });
+}
+
+tl::expected<void, Ending> Save(const std::string& name, const DeviceMemory& memory) {
     if (name.empty())
         return {};
-    std::ifstream file(name);
-    if (!file)
-        return "cannot read " + name;
-    const auto fault = LoadHex(file, memory);
-    return fault ? name + ':' + std::to_string(fault->line) + ": " + fault->cause : std::string();
+    return ReplaceTextFile(name, DeviceText(memory)).map_error([&](const std::string& reason) {
+        return Ending{Failed, "cannot write " + name + ": " + reason};
+    });
 }
 
-// Under another name first: whoever waits for the file never sees half of it.
-std::string Save(const std::string& name, const DeviceMemory& memory) {
-    if (name.empty())
-        return {};
-    const auto unfinished = name + ".part";
-    std::ofstream file(unfinished);
-    SaveHex(file, memory);
-    file.close();
-    std::error_code error;
-    if (file)
-        std::filesystem::rename(unfinished, name, error);
-    return file && !error ? std::string() : "cannot write " + name;
-}
-
-// The board of a trace; null when the trace cannot be used, which is then said.
-std::unique_ptr<ReplayBoard> Replay(const std::string& name, const BoardClock& clock,
-                                    const BoardTrace& tracer) {
-    std::ifstream file(name);
-    std::ostringstream text;
-    text << file.rdbuf();
-    if (!file) {
-        Complain(WronglyCalled, "cannot read " + name);
-        return nullptr;
-    }
-    auto exchanges = ReadTrace(text.str());
-    if (const auto* const fault = std::get_if<TraceFault>(&exchanges)) {
-        Complain(WronglyCalled, name + ':' + std::to_string(fault->line) + ": " + fault->cause);
-        return nullptr;
-    }
-    return std::make_unique<ReplayBoard>(
-        clock, std::move(std::get<std::vector<TracedExchange>>(exchanges)), tracer);
-}
-
-int Run(const BoardOptions& options) {
+tl::expected<void, Ending> Run(const BoardOptions& options) {
     const auto clock = StartedClock();
     TraceOutput trace;
     BoardTrace tracer;
-    if (options.trace)
+    if (options.Trace)
         tracer = [&trace](std::string_view line) { trace.Add(line); };
-    BoardEngine engine(clock, options.device, options.identification, tracer);
-    if (const auto fault = Load(options.loadFile, engine.Memory()); !fault.empty())
-        return Complain(WronglyCalled, fault);
+    BoardEngine engine(clock, options.Device, options.Identity, tracer);
+    if (!options.LoadFile.empty()) {
+        const auto load = [&](const std::string& text) {
+            return LoadDevice(text, engine.Memory());
+        };
+        if (const auto loaded = ReadFile(options.LoadFile, load); !loaded)
+            return loaded;
+    }
 
-    FaultyBoard faulty(engine, clock, options.faults, tracer);
-    BoardLine* line = &engine;
-    if (!options.faults.Empty())
-        line = &faulty;
-    std::unique_ptr<ReplayBoard> replay;
-    if (!options.replayFile.empty()) {
-        replay = Replay(options.replayFile, clock, tracer);
-        if (!replay)
-            return WronglyCalled;
-        line = replay.get();
+    FaultyBoard faulty(engine, clock, options.Faults, tracer);
+    BoardLine* line = &faulty;
+    std::optional<ReplayBoard> replay;
+    if (!options.ReplayFile.empty()) {
+        const auto exchanges = ReadFile(options.ReplayFile, ReadTrace);
+        if (!exchanges)
+            return tl::unexpected(exchanges.error());
+        line = &replay.emplace(clock, *exchanges, tracer);
     }
-    std::unique_ptr<PacedLine> paced;
-    if (options.pace) {
-        paced = std::make_unique<PacedLine>(*line, clock, *options.pace);
-        line = paced.get();
-    }
+    std::optional<PacedLine> paced;
+    if (options.Pace)
+        line = &paced.emplace(*line, clock, *options.Pace);
 
     CatchSignals();
-    const auto opened = PseudoTerminal::Open();
-    if (const auto* const fault = std::get_if<std::string>(&opened))
-        return Complain(Failed, *fault);
-    const auto& terminal = std::get<PseudoTerminal>(opened);
-    const auto link = TerminalLink::Make(options.link, terminal.Name());
-    if (const auto* const fault = std::get_if<std::string>(&link))
-        return Complain(Failed, *fault);
-    std::cout << "ready " << terminal.Name() << std::endl;
+    const auto failed = [](const std::string& reason) { return Ending{Failed, reason}; };
+    const auto terminal = PseudoTerminal::Open().map_error(failed);
+    if (!terminal)
+        return tl::unexpected(terminal.error());
+    const auto link = options.Link.empty() ? "" : std::filesystem::absolute(options.Link).string();
+    if (!link.empty())
+        if (const auto made = MakeLink(link, terminal->Name()); !made)
+            return tl::unexpected(failed(made.error()));
+    std::cout << "ready " << terminal->Name() << std::endl;
 
     const auto save = [&] {
-        const auto fault = Save(options.saveFile, engine.Memory());
-        return fault.empty() ? 0 : Complain(Failed, fault);
+        if (const auto saved = Save(options.SaveFile, engine.Memory()); !saved)
+            Complain(saved.error());
     };
     // The trace is written when the reply is out: it must not slow the line.
-    const auto showTrace = [&trace] { trace.Show(); };
-    Serve(*line, clock, terminal, save, showTrace);
-    return save();
+    Serve(*line, clock, *terminal, save, [&trace] { trace.Write(); });
+    RemoveLink(link, terminal->Name());
+    return Save(options.SaveFile, engine.Memory());
 }
 
 }  // namespace
 
 int main(int count, char** values) {
-    const std::vector<std::string_view> arguments(values + 1, values + count);
-    const auto parsed = ParseOptions(arguments);
-    if (const auto* const fault = std::get_if<std::string>(&parsed))
-        return Complain(WronglyCalled, *fault);
-    const auto& options = std::get<BoardOptions>(parsed);
-    if (!options.help)
-        return Run(options);
-    std::cout << HelpText();
-    return 0;
+    const auto options = ParseBoardOptions({values + 1, values + count});
+    if (!options && options.error().Status == 0) {
+        std::cout << options.error().Text;
+        return 0;
+    }
+    const auto done = options.and_then(Run);
+    return done ? 0 : Complain(done.error());
 }

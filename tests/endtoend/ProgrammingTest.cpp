@@ -7,7 +7,7 @@
 #include "Desktop.hpp"
 #include "core/MemoryImage.hpp"
 #include "files/HexFile.hpp"
-#include "simulator/HexFile.hpp"
+#include "simulator/DeviceFile.hpp"
 
 namespace Tamber {
 namespace {
@@ -90,8 +90,7 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
     board->Signal(SIGTERM);
     EXPECT_EQ(board->Wait(), 0) << Log();
     Simulator::DeviceMemory device({7, 1024, 64});
-    std::ifstream saved(folder / "device.hex");
-    ASSERT_FALSE(Simulator::LoadHex(saved, device)) << Log();
+    ASSERT_TRUE(Simulator::LoadDevice(Contents(folder / "device.hex"), device)) << Log();
     MemoryImage image;
     image.ClearProgramMemory(7);
     image.ClearEeprom();

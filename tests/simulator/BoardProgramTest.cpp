@@ -1,35 +1,31 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <optional>
 
+#include "core/TestFolder.hpp"
+#include "endtoend/Desktop.hpp"
 #include "simulator/BoardBench.hpp"
-#include "simulator/HexFile.hpp"
-
-extern char** environ;
+#include "simulator/BoardOptions.hpp"
+#include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Simulator {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Far more than anything here takes; only a failing test waits that long.
-constexpr int PatienceMilliseconds = 20'000;
-
-// Reads until `enough` says so, the other end has gone or patience is over.
-template <typename Enough>
-Bytes ReadUntil(int descriptor, Enough enough) {
+// Reads until `length` bytes have come or the other end has gone; patience is far above what
+// anything here takes.
+Bytes ReadFrom(int descriptor, std::size_t length) {
+    constexpr int patienceMilliseconds = 20'000;
     Bytes bytes;
     pollfd wanted{descriptor, POLLIN, 0};
-    while (!enough(bytes) && ::poll(&wanted, 1, PatienceMilliseconds) == 1) {
-        std::array<std::uint8_t, 256> portion{};
+    while (bytes.size() < length && ::poll(&wanted, 1, patienceMilliseconds) == 1) {
+        std::array<std::uint8_t, 4096> portion{};
         const auto count = ::read(descriptor, portion.data(), portion.size());
         if (count <= 0)
             break;
@@ -38,188 +34,151 @@ Bytes ReadUntil(int descriptor, Enough enough) {
     return bytes;
 }
 
-// The program, started with the given arguments, and what it says on each of its outputs.
-class Program {
-  public:
-    explicit Program(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), BOARD_PROGRAM);
-        std::vector<char*> values;
-        for (auto& argument : arguments)
-            values.push_back(argument.data());
-        values.push_back(nullptr);
-        std::array<int, 2> output{}, errors{};
-        if (::pipe2(output.data(), O_CLOEXEC) != 0 || ::pipe2(errors.data(), O_CLOEXEC) != 0)
-            throw std::runtime_error("no pipe");
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-        ::posix_spawn_file_actions_adddup2(&actions, errors[1], STDERR_FILENO);
-        ::posix_spawn(&process_, BOARD_PROGRAM, &actions, nullptr, values.data(), environ);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(output[1]);
-        ::close(errors[1]);
-        output_ = output[0];
-        errors_ = errors[0];
-    }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
-    ~Program() {
-        if (process_ > 0) {
-            ::kill(process_, SIGKILL);
-            ::waitpid(process_, nullptr, 0);
-        }
-        ::close(output_);
-        ::close(errors_);
-    }
-
-    // The first line on standard output; empty when there is none.
-    std::string FirstLine() const {
-        const auto bytes =
-            ReadUntil(output_, [](const Bytes& b) { return !b.empty() && b.back() == '\n'; });
-        return {bytes.begin(), bytes.end()};
-    }
-
-    void Signal(int signal) const { ::kill(process_, signal); }
-
-    // Everything it says on standard error until it ends; then its exit status.
-    int Finish(std::string& errors) {
-        const auto bytes = ReadUntil(errors_, [](const Bytes&) { return false; });
-        errors.assign(bytes.begin(), bytes.end());
-        pollfd ended{errors_, POLLIN, 0};
-        if (::poll(&ended, 1, 0) != 1)
-            ::kill(process_, SIGKILL);
-        int status = -1;
-        ::waitpid(std::exchange(process_, -1), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-  private:
-    pid_t process_ = -1;
-    int output_ = -1;
-    int errors_ = -1;
-};
-
-// A host on the link.
-class Host {
-  public:
-    explicit Host(const std::string& port) : port_(::open(port.c_str(), O_RDWR | O_NOCTTY)) {}
-    Host(const Host&) = delete;
-    Host& operator=(const Host&) = delete;
-    ~Host() { ::close(port_); }
-
-    Bytes Ask(const Bytes& request, std::size_t length) const {
-        if (::write(port_, request.data(), request.size()) != static_cast<ssize_t>(request.size()))
-            return {};
-        return ReadUntil(port_, [&](const Bytes& bytes) { return bytes.size() >= length; });
-    }
-
-  private:
-    int port_;
-};
-
+// The built program, and what it says on either stream, in "log".
 struct BoardProgramTest : testing::Test {
-    fs::path folder = fs::path(testing::TempDir()) / ("tamber-board-" + std::to_string(::getpid()));
+    TestFolder folder;
     std::string link = folder / "com1";
     std::string saved = folder / "device.hex";
-    std::string errors;
+    std::optional<Process> program;
 
-    void SetUp() override { fs::create_directories(folder); }
-    void TearDown() override { fs::remove_all(folder); }
+    void Start(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), BOARD_PROGRAM);
+        program.emplace(arguments, folder.Path(), folder / "log");
+    }
+
+    void StartOnLink(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"--link", "com1"});
+        Start(arguments);
+        ASSERT_TRUE(Await([&] { return Said("ready /dev/pts/") || program->Ended(); }));
+    }
+
+    // A host that comes, sends `request`, reads `length` bytes of answers and goes.
+    Bytes Ask(const Bytes& request, std::size_t length) const {
+        const int port = ::open(link.c_str(), O_RDWR | O_NOCTTY);
+        const auto count = ::write(port, request.data(), request.size());
+        const Bytes reply = count > 0 ? ReadFrom(port, length) : Bytes{};
+        ::close(port);
+        return reply;
+    }
+
+    bool Said(const std::string& text) const {
+        return Contents(folder / "log").find(text) != std::string::npos;
+    }
+
+    int Finish() {
+        return Await([&] { return program->Ended(); }) ? program->Wait() : -1;
+    }
+
+    bool LinkThere() const { return fs::is_symlink(fs::symlink_status(link)); }
 };
 
-TEST_F(BoardProgramTest, ServesOneHostAfterAnotherAndSavesTheDeviceWhenTold) {
-    fs::create_symlink(folder / "gone", link);
-    Program program({"--link", link, "--words", "16", "--eeprom", "8", "--save", saved, "--trace"});
-    const auto ready = program.FirstLine();
-    ASSERT_EQ(ready, "ready " + fs::read_symlink(link).string() + "\n")
-        << "a stale link is replaced";
+TEST_F(BoardProgramTest, ServesOneHostAfterAnotherAndSavesTheDeviceInTheEnd) {
+    fs::create_symlink(folder / "gone", link);  // a stale link is replaced
+    StartOnLink({"--words", "16", "--eeprom", "8", "--save", saved, "--trace"});
+    EXPECT_TRUE(Said("ready " + fs::read_symlink(link).string() + "\n"));
 
     // Every byte value must pass unchanged, those a terminal might take for its own above all.
     const Bytes awkward{0, 3, 4, 8, 10, 13, 17, 19, 21, 23, 26, 28, 127, 128, 254, 255};
-    EXPECT_EQ(Host(link).Ask(Command('T'), 10), Identity);
-    {
-        const Host host(link);
-        EXPECT_EQ(host.Ask(Command('W') + WriteRequest(0x10, 8, awkward), 3), (Bytes{3, 0, 0}));
-        EXPECT_EQ(host.Ask(Command('W') + Command('I') + ReadRequest(0x10), 17),
-                  Bytes{17} + awkward);
-    }
-    program.Signal(SIGTERM);
-    EXPECT_EQ(program.Finish(errors), 0) << errors;
-    EXPECT_NE(errors.find(" > 01 54 ; identify\n"), std::string::npos) << errors;
-    EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
+    EXPECT_EQ(Ask(Command('T'), 10), Identity);
+    EXPECT_EQ(Ask(Command('W') + Addressed(20, 0x10, 8) + awkward, 3), Written);
+    EXPECT_EQ(Ask(Command('W') + Command('I') + ReadRequest(0x10), 17), Bytes{17} + awkward);
+    program->Signal(SIGTERM);
+    EXPECT_EQ(Finish(), 0);
+    EXPECT_TRUE(Said(" > 01 54 ; identify\n"));
+    EXPECT_FALSE(LinkThere());
     DeviceMemory memory({7, 16, 8});
-    std::ifstream file(saved);
-    EXPECT_FALSE(LoadHex(file, memory));
+    EXPECT_TRUE(LoadDevice(Contents(saved), memory));
     EXPECT_THAT(memory.Block(0x10), testing::ElementsAreArray(awkward));
 }
 
 TEST_F(BoardProgramTest, StartsFromAFileAndSavesOnRequestAtTheLinesPace) {
     fs::create_symlink("/dev/pts/ptmx", link);
-    const std::string start = folder / "start.hex";
-    std::ofstream(start) << ":02001000ABCD76\n:00000001FF\n";
-    Program program({"--link", link, "--words", "16", "--load", start, "--save", saved, "--pace",
-                     "9600", "--silent-from", "9"});
-    ASSERT_TRUE(program.FirstLine().starts_with("ready "));
-    const Host host(link);
+    folder.Write("start.hex", ":02001000ABCD76\n:00000001FF\n");
+    StartOnLink({"--words", "16", "--load", "start.hex", "--save", saved, "--pace", "9600"});
     const auto before = std::chrono::steady_clock::now();
-    EXPECT_EQ(host.Ask(ReadRequest(0x10), 17).at(2), 0xCD);
-    EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(24));
+    EXPECT_EQ(Ask(ReadRequest(0x10), 17).at(2), 0xCD);
+    EXPECT_GE(std::chrono::steady_clock::now() - before, 24ms);
+    program->Signal(SIGUSR1);
+    EXPECT_TRUE(Await([&] { return fs::exists(saved); }));
+    EXPECT_EQ(Ask(Command('T'), 10), Identity) << "and goes on";
     fs::create_symlink("/dev/pts/elsewhere", folder / "other");
     fs::rename(folder / "other", link);
-    program.Signal(SIGUSR1);
-    const auto deadline = before + std::chrono::milliseconds(PatienceMilliseconds);
-    while (!fs::exists(saved) && std::chrono::steady_clock::now() < deadline)
-        ::poll(nullptr, 0, 5);
-    EXPECT_TRUE(fs::exists(saved));
-    EXPECT_EQ(host.Ask(Command('T'), 10), Identity) << "and goes on";
-    program.Signal(SIGINT);
-    EXPECT_EQ(program.Finish(errors), 0) << errors;
-    EXPECT_TRUE(fs::is_symlink(link)) << "it leads elsewhere by now and is not ours to remove";
+    program->Signal(SIGINT);
+    EXPECT_EQ(Finish(), 0);
+    EXPECT_TRUE(LinkThere()) << "it leads elsewhere by now and is not ours to remove";
 }
 
-TEST_F(BoardProgramTest, ATraceNobodyReadsHoldsNothingUp) {
-    Program program({"--link", link, "--trace"});
-    ASSERT_TRUE(program.FirstLine().starts_with("ready "));
-    const Host host(link);
+TEST_F(BoardProgramTest, ATraceNoOneReadsHoldsNothingUp) {
+    const std::string log = folder / "log";
+    ASSERT_EQ(::mkfifo(log.c_str(), 0600), 0);
+    const int reader = ::open(log.c_str(), O_RDONLY | O_NONBLOCK);
+    Start({"--link", link, "--trace"});
+    EXPECT_EQ(ReadFrom(reader, 6).at(0), 'r');
     for (int i = 0; i < 1000; ++i)
-        ASSERT_EQ(host.Ask(ReadRequest(0), 17).size(), 17u) << i;
-    program.Signal(SIGTERM);
-    EXPECT_EQ(program.Finish(errors), 0);
-    EXPECT_EQ(std::count(errors.begin(), errors.end(), '<'), 1000) << "none is lost";
+        ASSERT_EQ(Ask(ReadRequest(0), 17).size(), 17u) << i;
+    program->Signal(SIGTERM);
+    const Bytes trace = ReadFrom(reader, SIZE_MAX);
+    EXPECT_EQ(std::count(trace.begin(), trace.end(), '<'), 1000) << "none is lost";
+    EXPECT_EQ(Finish(), 0);
+    ::close(reader);
 }
 
 TEST_F(BoardProgramTest, HangsUpOnTheHostAndEnds) {
-    Program program({"--link", link, "--hang-up-in-reply", "2"});
-    ASSERT_TRUE(program.FirstLine().starts_with("ready "));
-    const Host host(link);
-    EXPECT_EQ(host.Ask(Command('T'), 10), Identity);
-    EXPECT_LE(host.Ask(ReadRequest(0), 17).size(), 8u);
-    EXPECT_EQ(program.Finish(errors), 0) << errors;
-    EXPECT_FALSE(fs::exists(fs::symlink_status(link)));
+    StartOnLink({"--hang-up-in-reply", "2"});
+    EXPECT_EQ(Ask(Command('T'), 10), Identity);
+    EXPECT_LE(Ask(ReadRequest(0), 17).size(), 8u);
+    EXPECT_EQ(Finish(), 0);
+    EXPECT_FALSE(LinkThere());
 }
 
 TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
-    const std::string linkToFile = folder / "com2";
-    std::ofstream(link) << "somebody's file";
-    fs::create_symlink(link, linkToFile);
-    std::ofstream(folder / "bad.hex") << ":00000001FE\n";
+    folder.Write("com1", "somebody's file");
+    fs::create_symlink(link, folder / "com2");
+    folder.Write("bad.hex", ":02000000ABCD87\n:00000001FF\n");
+    folder.Write("trace.txt", "0.000000 > 01 54 ; identify\nwhat is this\n");
     const struct {
         std::vector<std::string> arguments;
         int status;
         std::string reason;
     } cases[] = {
-        {{"--link", link}, 1, "cannot make the link " + link},
-        {{"--link", linkToFile}, 1, "cannot make the link " + linkToFile},
-        {{"--load", folder / "none.hex"}, 2, "cannot read"},
-        {{"--load", folder / "bad.hex"}, 2, "bad.hex:1: wrong checksum"},
-        {{"--words", "many"}, 2, "--words many will not do"},
+        {{"--link", "com1"}, 1, "cannot make the link " + link},
+        {{"--link", "com2"}, 1, "cannot make the link " + link.substr(0, link.size() - 1) + "2"},
+        {{"--load", "none.hex"}, 2, "cannot read none.hex: No such file"},
+        {{"--load", "bad.hex"}, 2, "bad.hex:1: wrong checksum"},
+        {{"--replay", "trace.txt"}, 2, "trace.txt:2: no ; before a gloss"},
+        {{"--replay", "trace.txt", "--delay", "1"}, 2, "--replay"},
+        {{"--replay", "trace.txt", "--save", "x"}, 2, "--replay"},
+        {{"--type", "0"}, 2, "--type 0 will not do: Device type in the socket, 1 to 26"},
+        {{"--link"}, 2, "--link"},
+        {{"--link", ""}, 2, "--link"},
+        {{"--help"}, 0, "--hang-up-in-reply K"},
     };
-    for (const auto& refused : cases) {
-        Program program(refused.arguments);
-        EXPECT_EQ(program.Finish(errors), refused.status) << errors;
-        EXPECT_NE(errors.find(refused.reason), std::string::npos) << errors;
+    for (const auto& [arguments, status, reason] : cases) {
+        fs::remove(folder / "log");
+        Start(arguments);
+        EXPECT_EQ(Finish(), status) << reason;
+        const std::string log = Contents(folder / "log");
+        EXPECT_THAT(log, testing::HasSubstr(reason));
+        EXPECT_TRUE(status == 0 || std::ranges::count(log, '\n') == 1) << log;
     }
     EXPECT_TRUE(fs::is_regular_file(link));
+}
+
+TEST(BoardOptions, WrongOnesAreNamed) {
+    for (const std::string words :
+         {"--speed 1", "com1", "--type 27", "--words 8193", "--words -1", "--words 10x",
+          "--words 0x", "--words 0x-1", "--eeprom 257", "--name SIXSIX", "--version 10", "--pace 0",
+          "--reply-length 4", "--delay 1:2:3", "--delay :1", "--alter-reply 1:2",
+          "--alter-reply 1:2:256", "--refuse-write 16", "--silent-from 99999999999"}) {
+        const auto blank = words.find(' ');
+        const std::string name = words.substr(0, blank);
+        const auto options = blank == std::string::npos
+                                 ? ParseBoardOptions({name})
+                                 : ParseBoardOptions({name, words.substr(blank + 1)});
+        ASSERT_FALSE(options) << words;
+        EXPECT_EQ(options.error().Status, 2);
+        EXPECT_THAT(options.error().Text, testing::HasSubstr(name));
+    }
 }
 
 }  // namespace

@@ -1,0 +1,85 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "simulator/BoardBench.hpp"
+#include "simulator/BoardOptions.hpp"
+#include "simulator/ReplayBoard.hpp"
+
+namespace Tamber::Simulator {
+namespace {
+
+// One board of a transcript: the options it has, and its trace.
+struct Section {
+    std::vector<std::string> Options;
+    std::string Trace;
+};
+
+std::vector<Section> SectionsOf(const std::filesystem::path& transcript) {
+    std::vector<Section> sections;
+    std::ifstream file(transcript);
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("# tamber-board ")) {
+            std::istringstream words(line.substr(15));
+            auto& options = sections.emplace_back().Options;
+            for (std::string word; words >> word;)
+                options.push_back(word);
+        } else if (!line.empty() && line.front() != '#') {
+            sections.back().Trace += line + '\n';
+        }
+    }
+    return sections;
+}
+
+// What a host gets that sends the frames of the exchanges at their times, a line for each reply.
+std::string Received(BoardLine& board, HandClock& clock,
+                     const std::vector<TracedExchange>& exchanges) {
+    std::string lines;
+    for (const auto& exchange : exchanges) {
+        clock.now = exchange.Time;
+        board.Receive(exchange.Frame);
+        while (const auto due = board.NextDue()) {
+            clock.now = std::max(clock.now, *due);
+            const Bytes reply = Ask(board, {});
+            lines += TraceLine(clock.now, '<', reply, "\n");
+        }
+        EXPECT_EQ(board.HungUp(), exchange.HungUp);
+    }
+    return lines;
+}
+
+class Transcripts : public testing::TestWithParam<const char*> {};
+
+TEST_P(Transcripts, BoardsAnswerAndTraceAsWrittenAndReplaysAnswerTheSame) {
+    const auto sections = SectionsOf(std::filesystem::path(TEST_DATA) / "board" / GetParam());
+    ASSERT_FALSE(sections.empty());
+    for (const auto& [words, trace] : sections) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        const auto options = ParseBoardOptions(words);
+        ASSERT_TRUE(options) << options.error().Text;
+        const auto exchanges = ReadTrace(trace);
+        ASSERT_TRUE(exchanges) << exchanges.error().Line << exchanges.error().Cause;
+        std::string expected;
+        for (const auto& exchange : *exchanges)
+            for (const auto& [delay, bytes] : exchange.Answers)
+                expected += TraceLine(exchange.Time + delay, '<', bytes, "\n");
+
+        HandClock clock;
+        std::string traced;
+        const auto tracer = [&](std::string_view line) { traced.append(line).append("\n"); };
+        BoardEngine engine(clock.Reading(), options->Device, options->Identity, tracer);
+        FaultyBoard board(engine, clock.Reading(), options->Faults, tracer);
+        EXPECT_EQ(Received(board, clock, *exchanges), expected);
+        EXPECT_EQ(traced, trace);
+
+        clock.now = {};
+        ReplayBoard replay(clock.Reading(), *exchanges);
+        EXPECT_EQ(Received(replay, clock, *exchanges), expected);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Boards, Transcripts, testing::Values("protocol.txt", "faults.txt"));
+
+}  // namespace
+}  // namespace Tamber::Simulator
