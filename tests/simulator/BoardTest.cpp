@@ -1,0 +1,217 @@
+#include <algorithm>
+#include <random>
+
+#include "simulator/BoardBench.hpp"
+#include "simulator/DeviceFile.hpp"
+#include "simulator/Faults.hpp"
+#include "simulator/PacedLine.hpp"
+
+namespace Tamber::Simulator {
+namespace {
+
+struct BoardEngineTest : testing::Test {
+    HandClock clock;
+    BoardEngine board{clock.Reading(), {7, 8192, 256}};
+};
+
+TEST_F(BoardEngineTest, AnswersNothingButIdentificationReadsAndWrites) {
+    for (int letter = 0; letter < 256; ++letter) {
+        const std::size_t length = letter == 'T' ? 10 : 0;
+        EXPECT_EQ(Ask(board, Command(static_cast<char>(letter))).size(), length) << letter;
+    }
+}
+
+TEST_F(BoardEngineTest, BlankDevicesReadBlankInsideAndPastTheirSize) {
+    for (const int type : {1, 5, 6, 26}) {
+        BoardEngine blank(clock.Reading(), {type, 64, 16});
+        Ask(blank, Command('z'));
+        for (const unsigned address :
+             {0x0000u, 0x0070u, 0x0080u, 0x3FF0u, 0x4010u, 0x4200u, 0x4220u, 0xFFF0u}) {
+            Bytes expected = Bytes{17} + Bytes(16, 0xFF);
+            for (std::size_t i = 2; address < 0x4000 && i < 17; i += 2)
+                expected[i] = type < 6 ? 0x0F : 0x3F;
+            EXPECT_EQ(Ask(blank, ReadRequest(address)), expected) << type << ' ' << address;
+        }
+        EXPECT_EQ(Ask(blank, ReadRequest(0x4000)), Bytes{17} + Bytes(15, 0xFF) + Bytes{0x3F});
+    }
+}
+
+TEST_F(BoardEngineTest, EachEraseBlanksItsOwnRegionAndNoOther) {
+    const DeviceShape shape{3, 16, 16};
+    const std::tuple<char, std::uint32_t, std::uint32_t> regions[] = {
+        {'E', 0x0000, 0x0020}, {'F', 0x4200, 0x4220}, {'G', 0x4000, 0x400E}, {'H', 0x400E, 0x4010}};
+    for (const auto& [letter, begin, end] : regions) {
+        BoardEngine engine(clock.Reading(), shape);
+        DeviceMemory expected(shape);
+        for (std::uint32_t address = 0; address < 0x10000; ++address) {
+            engine.Memory().SetByte(address, 0x55);
+            if (address < begin || address >= end)
+                expected.SetByte(address, 0x55);
+        }
+        Ask(engine, Command(letter));
+        for (std::uint32_t address = 0; address < 0x10000; ++address)
+            ASSERT_EQ(engine.Memory().ByteAt(address), expected.ByteAt(address)) << letter;
+    }
+}
+
+TEST_F(BoardEngineTest, FramesMayBeCutAnywhere) {
+    const auto talk = Command('T') + Command('?') + Command('W') + Addressed(20, 0x10, 8) +
+                      Bytes(16, 'R') + Bytes{0, 3, 'T', 'T', 'T'} + Command('I') +
+                      ReadRequest(0x10) + Command('I');
+    for (std::size_t portion = 1; portion <= talk.size(); ++portion) {
+        Bytes replies;
+        for (std::size_t i = 0; i < talk.size(); i += portion) {
+            board.Receive(std::span(talk).subspan(i, std::min(portion, talk.size() - i)));
+            board.Take(replies);
+        }
+        EXPECT_EQ(replies, Identity + Written + Bytes{17} + Bytes(16, 'R')) << portion;
+    }
+}
+
+TEST_F(BoardEngineTest, AFrameThatDoesNotFollowIsDroppedAfterItsTime) {
+    for (const std::uint8_t count : Bytes{1, 4, 20, 200}) {
+        board.Receive(Bytes{count});
+        clock.now += 100ms;
+        EXPECT_EQ(Ask(board, Command('T')), Identity) << int{count};
+    }
+    board.Receive(Bytes{1});
+    clock.now += 99'999us;
+    EXPECT_EQ(Ask(board, {'T'}), Identity) << "a slow frame is still a frame";
+    board.Receive(Command('R') + Bytes{200});
+    clock.now += 100ms;
+    EXPECT_THAT(Ask(board, Addressed(4, 0, 1)), IsEmpty()) << "something came between";
+}
+
+TEST_F(BoardEngineTest, AnswersAfterASilenceWhateverWasOnTheLine) {
+    std::mt19937 random(20240229);
+    const auto upTo = [&](unsigned most) { return static_cast<unsigned>(random() % (most + 1)); };
+    const std::uint8_t likely[] = {0, 1, 4, 20, 'R', 'W', 'T', 'I', 'a', 'E', 0x40, 0x42};
+    for (int round = 0; round < 3000; ++round) {
+        Bytes noise(upTo(60));
+        for (auto& byte : noise)
+            byte = upTo(3) != 0 ? likely[upTo(11)] : static_cast<std::uint8_t>(upTo(255));
+        Ask(board, noise);
+        clock.now += 100ms;
+        ASSERT_EQ(Ask(board, Command('T')), Identity) << round;
+    }
+}
+
+// Advances the clock from due time to due time until nothing is under way; returns the time at
+// which each reply byte came.
+std::vector<std::int64_t> Arrivals(BoardLine& line, HandClock& clock, Bytes& replies) {
+    std::vector<std::int64_t> times;
+    while (const auto due = line.NextDue()) {
+        clock.now = std::max(clock.now, *due);
+        line.Take(replies);
+        times.resize(replies.size(), clock.now.count());
+    }
+    return times;
+}
+
+struct LineTest : testing::Test {
+    HandClock clock;
+    BoardEngine board{clock.Reading(), {}};
+    PacedLine line{board, clock.Reading(), 10'000};  // a millisecond a byte
+    Bytes replies;
+};
+
+TEST_F(LineTest, EveryByteTakesTenBitTimesInBothDirections) {
+    PacedLine fast(board, clock.Reading(), 57600);
+    fast.Receive(ReadRequest(0));
+    const auto times = Arrivals(fast, clock, replies);
+    ASSERT_EQ(times.size(), 17u);
+    EXPECT_EQ(replies.front(), 17);
+    // Seven bytes to the board, then one after the other back; 10 / 57600 s each, rounded up.
+    for (std::int64_t i = 0; i < 17; ++i)
+        EXPECT_EQ(times[static_cast<std::size_t>(i)], ((8 + i) * 10'000'000 + 57599) / 57600) << i;
+}
+
+TEST_F(LineTest, BytesQueueOnTheWireAndLatenessInTakingDoesNotAddUp) {
+    line.Receive(Command('T'));
+    clock.now = 500us;
+    line.Receive(Command('T'));
+    clock.now = 7'500us;
+    EXPECT_EQ(Ask(line, {}).size(), 5u) << "due at 3000, 4000, 5000, 6000, 7000";
+    const auto times = Arrivals(line, clock, replies);
+    ASSERT_EQ(times.size(), 15u);
+    EXPECT_EQ(times[0], 8'000);
+    EXPECT_EQ(times[4], 12'000);
+    EXPECT_EQ(times[5], 13'000) << "ready at 4000, but the line is busy";
+}
+
+TEST_F(LineTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
+    FaultPlan plan;
+    plan.Delay = {{}, 20ms};
+    plan.HangUpInReply = 1;
+    FaultyBoard faulty(board, clock.Reading(), plan);
+    PacedLine paced(faulty, clock.Reading(), 10'000);
+    paced.Receive(Command('T') + Command('T'));
+    EXPECT_FALSE(paced.HungUp());
+    const auto times = Arrivals(paced, clock, replies);
+    EXPECT_THAT(times, testing::ElementsAre(23'000, 24'000, 25'000, 26'000, 27'000));
+    EXPECT_TRUE(paced.HungUp());
+    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
+    EXPECT_EQ(faulty.NextDue(), std::nullopt);
+}
+
+TEST_F(LineTest, WhatFollowsADelayedReplyWaitsForIt) {
+    FaultPlan plan;
+    plan.Delay = {1, 1500ms};
+    FaultyBoard faulty(board, clock.Reading(), plan);
+    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
+    EXPECT_EQ(faulty.NextDue(), 1500ms);
+    clock.now = 1'499'999us;
+    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
+    clock.now = 1500ms;
+    EXPECT_EQ(Ask(faulty, {}), Identity + Identity);
+}
+
+TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
+    for (const DeviceShape shape : {DeviceShape{7, 8192, 256}, DeviceShape{3, 13, 7}}) {
+        DeviceMemory memory(shape);
+        for (std::uint32_t address = 0; address < DeviceMemory::EndAddress; ++address)
+            memory.SetByte(address, static_cast<std::uint8_t>(address * 31 + address / 256));
+        DeviceMemory loaded(shape);
+        EXPECT_TRUE(LoadDevice(DeviceText(memory), loaded));
+        for (std::uint32_t address = 0; address < 0x10000; ++address)
+            ASSERT_EQ(loaded.ByteAt(address), memory.ByteAt(address)) << address;
+    }
+}
+
+TEST(DeviceFile, BytesWithNoPlaceInTheDeviceArePassedOver) {
+    DeviceMemory memory({7, 16, 0});
+    EXPECT_TRUE(
+        LoadDevice(":020000040000FA\r\n:02000000abcd86\r\n"
+                   ":1042000000000000000000000000000000000000AE\r\n:04001E00010203A434\n"
+                   ":00000001FF\nnot looked at\n",
+                   memory));
+    EXPECT_EQ(memory.ByteAt(0), 0xAB);
+    EXPECT_EQ(memory.ByteAt(1), 0xCD);
+    EXPECT_EQ(memory.ByteAt(2), 0xFF) << "what the file does not hold stays";
+    EXPECT_EQ(memory.ByteAt(0x1F), 0x02) << "the record runs past the end of the device";
+    EXPECT_EQ(memory.ByteAt(0x20), 0xFF);
+    EXPECT_EQ(memory.ByteAt(0x4200), 0xFF);
+}
+
+TEST(DeviceFile, BrokenFilesAreRefusedWholeWithTheirLineAndCause) {
+    const std::string longRecord = ":34000000" + std::string(104, '0') + "CC\n";
+    const std::pair<std::string, std::string> broken[] = {
+        {"", "no end record"},
+        {":02000000ABCD87\n:00000001FF\n", "wrong checksum"},
+        {"\n:00000001FF\n", "no record with an address"},
+        {longRecord + ":00000001FF\n", "too many bytes"},
+        {":020000040001F9\n:00000001FF\n", "an address above FFFF"},
+        {":020000021000EC\n:00000001FF\n", "an address above FFFF"},
+    };
+    for (const auto& [text, cause] : broken) {
+        DeviceMemory memory({7, 16, 0});
+        const auto loaded = LoadDevice(":02000000ABCD86\n" + text, memory);
+        ASSERT_FALSE(loaded) << text;
+        EXPECT_EQ(loaded.error().Cause, cause);
+        EXPECT_EQ(loaded.error().Line, 2) << text;
+        EXPECT_EQ(memory.ByteAt(0), 0xFF) << "nothing of it is taken";
+    }
+}
+
+}  // namespace
+}  // namespace Tamber::Simulator
