@@ -33,7 +33,8 @@ constexpr char FaultGroup[] = "Faults";
     return number;
 }
 
-// The numbers of `text`, one for each range, with colons between them; empty when it is not such.
+// The numbers in `text`, one for each range, with colons between them; empty when it is anything
+// else.
 [[nodiscard]] Numbers NumbersFrom(std::string text, const std::vector<Range>& ranges) {
     Numbers numbers;
     for (const Range& range : ranges) {
@@ -56,7 +57,7 @@ bool Printable(const std::string& text) {
 class CommandLine {
   public:
     explicit CommandLine(BoardOptions& options) : options_(options), plan_(options.Faults) {
-        app_.set_help_flag("--help", "Show this text");
+        app_.set_help_flag("--help", "Show this text and end");
         app_.footer(
             "Requests are counted from 1: identifications, block reads and block writes.\n"
             "Numbers may be written in hexadecimal, as 0x1F.");
@@ -80,12 +81,12 @@ class CommandLine {
     std::string Help() const { return app_.help(); }
 
   private:
-    // An option whose value `store` takes; it returns false for one that will not do.
+    // An option whose value `store` takes; it returns false for one that is not valid.
     template <typename Store>
     void Add(const std::string& name, const char* form, const std::string& meaning, Store store) {
         const auto take = [=](const std::string& text) {
             if (!store(text))
-                throw CLI::ValidationError(name + ' ' + text + " will not do: " + meaning);
+                throw CLI::ValidationError(name + ' ' + text + " is not valid: " + meaning);
         };
         app_.add_option_function<std::string>(name, take, meaning)
             ->type_name(form)

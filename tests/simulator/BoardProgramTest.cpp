@@ -148,7 +148,7 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         {{"--replay", "trace.txt"}, 2, "trace.txt:2: no ; before a gloss"},
         {{"--replay", "trace.txt", "--delay", "1"}, 2, "--replay"},
         {{"--replay", "trace.txt", "--save", "x"}, 2, "--replay"},
-        {{"--type", "0"}, 2, "--type 0 will not do: Device type in the socket, 1 to 26"},
+        {{"--type", "0"}, 2, "--type 0 is not valid: Device type in the socket, 1 to 26"},
         {{"--link"}, 2, "--link"},
         {{"--link", ""}, 2, "--link"},
         {{"--help"}, 0, "--hang-up-in-reply K"},
