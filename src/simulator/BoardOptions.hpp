@@ -22,7 +22,8 @@ struct BoardOptions {
     std::string ReplayFile;  ///< a trace to answer by
 };
 
-/// Why the program ends: its exit status and what it says, on standard error unless it went well.
+/// How the program ends: its exit status, and what it prints on standard error, or on standard
+/// output when the status is 0.
 struct Ending {
     int Status = 0;
     std::string Text;
@@ -32,8 +33,9 @@ struct Ending {
 constexpr int Failed = 1;
 constexpr int WronglyCalled = 2;
 
-/// `words` leave out the program's name. When an option is given twice the last one counts. Other
-/// than options comes the help text, or one line that says which option is wrong and why.
+/// Reads the command line; `words` leave out the program's name. When an option is given twice, the
+/// last one counts. The failure is the help text, with status 0, or one line that says which option
+/// is wrong and why.
 [[nodiscard]] tl::expected<BoardOptions, Ending> ParseBoardOptions(std::vector<std::string> words);
 
 }  // namespace Tamber::Simulator

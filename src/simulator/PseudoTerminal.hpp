@@ -8,7 +8,7 @@
 
 namespace Tamber::Simulator {
 
-/// A file descriptor that is closed when it goes.
+/// A file descriptor, closed with the object.
 class FileDescriptor {
   public:
     explicit FileDescriptor(int value) : value_(value) {}

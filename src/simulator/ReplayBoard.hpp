@@ -27,8 +27,8 @@ struct TracedExchange {
     const std::string& text);
 
 /// A board that answers as the one in a trace did: the same bytes to the same frames, after the
-/// same time. A host that leaves out frames of the trace is followed; a frame that does not occur
-/// in the rest of the trace is not answered.
+/// same time. The host may leave out frames of the trace; a frame that does not occur in the rest
+/// of the trace is not answered.
 class ReplayBoard : public FramedBoard {
   public:
     ReplayBoard(BoardClock clock, std::vector<TracedExchange> exchanges, BoardTrace trace = {});
