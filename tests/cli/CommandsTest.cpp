@@ -60,7 +60,7 @@ TEST_F(CliTest, IdentifyEndsItsWaitWhenTheBoardHasSpoken) {
     EXPECT_THAT(Wire(), ElementsAre("01 54"));
 
     Simulator::FaultPlan tooMuch;
-    tooMuch.identificationLength = 11;
+    tooMuch.IdentificationLength = 11;
     Socket({7, 1024, 64}, tooMuch);
     EXPECT_THAT(Run({"identify"}).Errors, HasSubstr("11 bytes came in answer; a board sends 10."));
 }

@@ -18,13 +18,13 @@ void PrintTo(const Failure& failure, std::ostream* out) {
 
 Simulator::FaultPlan Silent(int from) {
     Simulator::FaultPlan faults;
-    faults.silentFrom = from;
+    faults.SilentFrom = from;
     return faults;
 }
 
 Simulator::FaultPlan Refusing() {
     Simulator::FaultPlan faults;
-    faults.refusedWrite = {0x50, 0x5A};
+    faults.RefusedWrite = {0x50, 0x5A};
     return faults;
 }
 

@@ -34,14 +34,14 @@ void PrintTo(const TracedBoard& board, std::ostream* out) {
 
 const TracedBoard TracedBoards[] = {
     {"sound", [](auto&) {}},
-    {"silent", [](auto& faults) { faults.silentFrom = 150; }},
-    {"short reply", [](auto& faults) { faults.replyLength.emplace(20, 5); }},
+    {"silent", [](auto& faults) { faults.SilentFrom = 150; }},
+    {"short reply", [](auto& faults) { faults.ReplyLength.emplace(20, 5); }},
     {"late",
      [](auto& faults) {
-         faults.delay = {std::nullopt, 30ms};
+         faults.Delay = {std::nullopt, 30ms};
      }},
-    {"refusing", [](auto& faults) { faults.refusedWrite.emplace(0x20, 0x24); }},
-    {"no board", [](auto& faults) { faults.identificationLength = 4; }},
+    {"refusing", [](auto& faults) { faults.RefusedWrite.emplace(0x20, 0x24); }},
+    {"no board", [](auto& faults) { faults.IdentificationLength = 4; }},
 };
 
 class Replays : public CliTest, public testing::WithParamInterface<TracedBoard> {};

@@ -85,7 +85,7 @@ TEST_F(CliTest, ADifferenceThatIsGoneAtTheSecondReadingIsCalledUnsteady) {
     ASSERT_EQ(Run({"program", Sample("greeting-16f84a")}).Status, 0);
     const auto memory = engine->Memory();
     Simulator::FaultPlan faults;
-    faults.alteredByte = {3, 5, 0xEE};
+    faults.AlteredByte = {3, 5, 0xEE};
     Socket({7, 1024, 64}, faults);
     engine->Memory() = memory;
     const Ran ran = Run({"verify", Sample("greeting-16f84a")});

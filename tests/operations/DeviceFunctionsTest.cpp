@@ -47,8 +47,8 @@ TEST(ReadDevice, RepliesOfEveryLengthLeaveTheRestOfTheImageAlone) {
     for (int promised = 0; promised < 256; ++promised)
         for (const std::size_t came : {17U, 18U, 64U, 300U}) {
             Simulator::FaultPlan faults;
-            faults.alteredByte = {1, 0, static_cast<std::uint8_t>(promised)};
-            faults.replyLength = {1, came};
+            faults.AlteredByte = {1, 0, static_cast<std::uint8_t>(promised)};
+            faults.ReplyLength = {1, came};
             FunctionBench bench({"one block", 7, 8, 0, 1}, faults);
             FillSocket(bench);
             bench.Run(FunctionRead, {true, false, false, false});
@@ -63,7 +63,7 @@ TEST(ReadDevice, RepliesOfEveryLengthLeaveTheRestOfTheImageAlone) {
 
 TEST(ReadDevice, WhatCameBeforeTheSilenceStays) {
     Simulator::FaultPlan faults;
-    faults.silentFrom = 2;
+    faults.SilentFrom = 2;
     FunctionBench bench({"small", 7, 16, 16, 1}, faults);
     FillSocket(bench);
     bench.Run(FunctionRead);

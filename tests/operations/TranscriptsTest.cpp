@@ -58,13 +58,13 @@ class Transcript {
             faults_ = {};
             bench_.reset();
         } else if (verb == "silent-from") {
-            faults_.silentFrom = words.Number();
+            faults_.SilentFrom = words.Number();
         } else if (verb == "refuse") {
-            faults_.refusedWrite = {static_cast<std::uint16_t>(words.Hex()), words.Byte()};
+            faults_.RefusedWrite = {static_cast<std::uint16_t>(words.Hex()), words.Byte()};
         } else if (verb == "reply-length") {
-            faults_.replyLength = {words.Number(), static_cast<std::size_t>(words.Number())};
+            faults_.ReplyLength = {words.Number(), static_cast<std::size_t>(words.Number())};
         } else if (verb == "reply-byte") {
-            faults_.alteredByte = {words.Number(), static_cast<std::size_t>(words.Number()),
+            faults_.AlteredByte = {words.Number(), static_cast<std::size_t>(words.Number()),
                                    words.Byte()};
         } else {
             if (!bench_)

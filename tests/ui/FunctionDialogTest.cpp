@@ -99,7 +99,7 @@ TEST(FunctionDialog, DevicesWithoutAChoiceOfRegions) {
 
 TEST(FunctionDialog, WithoutABoardNothingCanBeRunOrIsSent) {
     Simulator::FaultPlan faults;
-    faults.silentFrom = 1;
+    faults.SilentFrom = 1;
     WindowBench bench(Small, faults);
     bench.Start();
     bench.desktop.record.clear();
@@ -145,7 +145,7 @@ TEST(FunctionDialog, ProgramShowsLinesBarAndPercentage) {
 
 TEST(FunctionDialog, SecondRunAtOnceAfterAFault) {
     Simulator::FaultPlan faults;
-    faults.replyLength = {3, 0};  // identification is the first request
+    faults.ReplyLength = {3, 0};  // identification is the first request
     WindowBench bench(Small, faults);
     bench.Start();
     bench.InDialog("DeviceFunction", [&](QWidget* widget) {

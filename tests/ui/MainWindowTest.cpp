@@ -48,7 +48,7 @@ TEST(MainWindow, ActivatedAgainShowsNothingFurther) {
 TEST(MainWindow, BoardThatDoesNotAnswerWell) {
     for (const std::size_t length : {0U, 9U, 11U}) {
         Simulator::FaultPlan faults;
-        faults.identificationLength = length;
+        faults.IdentificationLength = length;
         WindowBench bench(Device, faults);
         bench.Start();
         EXPECT_EQ(bench.desktop.record.back(),
