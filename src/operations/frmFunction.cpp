@@ -1,6 +1,5 @@
 #include "operations/frmFunction.hpp"
 
-#include <QAccessible>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGroupBox>
@@ -123,8 +122,7 @@ void frmFunction::ProgressMoves(std::int16_t percent) {
     lblProgress->setText(QString::number(percent) + "%");
     const float width = static_cast<float>(percent) * static_cast<float>(shpBG->width()) / 100.0F;
     shpProgress->resize(static_cast<int>(width), shpBG->height());
-    if (QAccessible::isActive())  // else it would be repainted each time for no one
-        shpBG->setValue(percent);
+    shpBG->setValue(percent);
 }
 
 // The owner stays without input until the run has unwound.

@@ -1,19 +1,16 @@
 #include "ui/frmAbout.hpp"
 
 #include <QEvent>
-#include <QFile>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScreen>
 #include <chrono>
 #include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/WindowDesign.hpp"
-#include "ui/AboutTexts.hpp"
 
 namespace Tamber {
 namespace {
@@ -21,27 +18,24 @@ namespace {
 constexpr QColor PaleBlue(0xC0, 0xC0, 0xFF);
 constexpr std::chrono::milliseconds OnScreen(3000);
 
-// Shows an outline instead of its text, which is there for a screen reader.
-class LetteredLabel final : public QLabel {
-  public:
-    LetteredLabel(QWidget* parent, QPainterPath outline)
-        : QLabel(parent), outline_(std::move(outline)) {}
+constexpr QColor Black(0, 0, 0);
+constexpr QColor Blue(0, 0, 0xFF);
+constexpr QColor DarkBlue(0, 0, 0x80);
 
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.fillPath(outline_, palette().windowText());
-    }
-
-  private:
-    QPainterPath outline_;
+struct AboutText {
+    const char* text;
+    int left, top, width, height;  // twips
+    double points;
+    QColor color;
 };
 
-QList<QPainterPath> Lettering() {
-    QFile file(QStringLiteral(":/lettering/about"));
-    return file.open(QIODevice::ReadOnly) ? ReadLettering(file) : QList<QPainterPath>();
-}
+constexpr AboutText Texts[] = {
+    {"PIC Programmer", 720, 120, 3495, 615, 20.25, Black},
+    {"ver.1.01, 14/03/05", 720, 720, 3495, 375, 9.75, Black},
+    {TAMBER_MAKER, 240, 1320, 4455, 495, 15.75, Blue},
+    {TAMBER_EMAIL, 720, 1800, 3495, 495, 9.75, DarkBlue},
+    {TAMBER_WEB, 720, 2160, 3495, 495, 9.75, DarkBlue},
+};
 
 }  // namespace
 
@@ -58,7 +52,6 @@ void frmAbout::ShowModally() {
     ExecuteModal(*this);
 }
 
-// No font is asked for here, as that makes Qt read all of the system's.
 void frmAbout::MakeControls() {
     setObjectName("frmAbout");
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
@@ -67,25 +60,22 @@ void frmAbout::MakeControls() {
     QPalette palette;
     palette.setColor(QPalette::Window, PaleBlue);
     setPalette(palette);
-    // The upper labels are made last: where two overlap, the upper one's text stays whole.
-    const QList<QPainterPath> outlines = Lettering();
-    for (int index = static_cast<int>(AboutTexts.size()) - 1; index >= 0; --index)
-        AddLabel(index, outlines.value(index));
+    int index = 0;
+    for (const AboutText& about : Texts) {
+        auto* label = new QLabel(this);
+        Place(*label, ("lblAbout" + std::to_string(index++)).c_str(), about.left, about.top,
+              about.width, about.height);
+        palette.setColor(QPalette::WindowText, about.color);
+        label->setPalette(palette);
+        label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        label->setTextFormat(Qt::PlainText);
+        const QString text = QString::fromUtf8(about.text);
+        label->setFont(FittedWhole(ComicFont(about.points), text, label->width()));
+        label->setText(text);
+    }
     image_ = new QLabel(this);
     Place(*image_, "Image1", 120, 120, 480, 480);
     image_->setAccessibleName("Icon");
-}
-
-void frmAbout::AddLabel(int index, const QPainterPath& outline) {
-    const AboutText& about = AboutTexts[static_cast<std::size_t>(index)];
-    auto* label = new LetteredLabel(this, outline);
-    Place(*label, ("lblAbout" + std::to_string(index)).c_str(), about.left, about.top, about.width,
-          about.height);
-    label->setTextFormat(Qt::PlainText);
-    label->setText(about.text);
-    QPalette palette;
-    palette.setColor(QPalette::WindowText, about.color);
-    label->setPalette(palette);
 }
 
 bool frmAbout::event(QEvent* event) {
@@ -97,7 +87,7 @@ bool frmAbout::event(QEvent* event) {
 }
 
 // The splash is the first thing on the screen, and must be there at once. Reading the icon makes Qt
-// load its readers of all kinds of pictures, so that comes behind the texts.
+// load its readers of all kinds of pictures, so that comes after the texts.
 void frmAbout::ComesOnScreen() {
     image_->setPixmap(ApplicationIcon().pixmap(QSize(32, 32), devicePixelRatioF()));
     if (onceOnScreen_)

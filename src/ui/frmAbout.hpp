@@ -8,7 +8,6 @@
 #include "platform/Platform.hpp"
 
 class QLabel;
-class QPainterPath;
 
 namespace Tamber {
 
@@ -34,7 +33,6 @@ class frmAbout : public QDialog {
 
   private:
     void MakeControls();
-    void AddLabel(int index, const QPainterPath& outline);
     void tmrShow_Timer();
     void ComesOnScreen();
 

@@ -1,164 +1,127 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QScrollBar>
-#include <QTest>
-#include <QTextEdit>
-#include <QWheelEvent>
-
 #include "WindowBench.hpp"
 #include "ui/DumpText.hpp"
 
 namespace Tamber {
 namespace {
 
-const DeviceRecord WithEeprom{"PIC16F84A", 7, 1024, 64, 1};
+TEST(DumpText, ProgramRows) {
+    EXPECT_EQ(ProgramDumpHeader(), "ADDR                   HEX                    ASCII\r\n");
+    MemoryImage image;
+    image.ClearProgramMemory(7);
+    image.SetByte(1, 0x28);
+    const std::uint8_t lowBytes[] = {0x41, 0, 0x1F, 0x20, 0x7E, 0x7F, 0x80, 0xFF};
+    for (int word = 0; word < 8; ++word)
+        image.SetByte(2 * word, lowBytes[word]);
+    const std::string dump = ProgramDump(image, 0);
+    EXPECT_EQ(dump.substr(0, 66),
+              "0000=2841 3F00 3F1F 3F20 3F7E 3F7F 3F80 3FFF A.. ~\x7F..\r\n"
+              "0008=3FFF 3");
+    EXPECT_EQ(dump.size(), 16U * 55);
+    EXPECT_EQ(ProgramDump(image, 1020).size(), 4U * 55) << "the region ends there";
+    for (const auto& [words, topRow] :
+         {std::pair{8192, 1008}, {1024, 112}, {128, 0}, {140, 2}, {-1, 0}, {100'000, 1008}})
+        EXPECT_EQ(ProgramDumpTopRowMax(words), topRow) << words;
+}
+
+TEST(DumpText, EepromRowsSkipTheCompanionBytes) {
+    EXPECT_EQ(EepromDumpHeader(),
+              "ADDR                       HEX                            ASCII\r\n");
+    MemoryImage image;
+    image.ClearEeprom();
+    for (const auto& [index, byte] :
+         {std::pair{0x4200, 'H'}, {0x4201, 'x'}, {0x421E, 'i'}, {0x4220, '\x05'}})
+        image.SetByte(index, static_cast<std::uint8_t>(byte));
+    EXPECT_EQ(EepromDump(image, 32),
+              "0000=48 FF FF FF FF FF FF FF FF FF FF FF FF FF FF 69 H..............i\r\n"
+              "0010=05 FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF ................\r\n");
+    EXPECT_EQ(EepromDump(image, -16), "");
+    EXPECT_EQ(EepromDump(image, 32'000).size(), 16U * 71) << "the region has no more";
+}
 
 class BufferViewsTest : public testing::Test {
   protected:
-    explicit BufferViewsTest(const DeviceRecord& device = WithEeprom) : bench(device) {
-        bench.Start();
-    }
+    BufferViewsTest() { bench.Start(); }
 
-    QWidget* Form(const char* name) { return bench.Find<QWidget>(name); }
-    QTextEdit* Dump(const char* form) {
-        return WindowBench::Find<QTextEdit>(Form(form), "txtBuffer");
+    QTextEdit* Dump() { return Find<QTextEdit>(bench.Find("frmBuffer"), "txtBuffer"); }
+    std::string TopLine() {
+        return Dump()->toPlainText().section('\n', 1, 1).left(9).toStdString();
     }
-    QScrollBar* Scroll() { return bench.Find<QScrollBar>("vsc"); }
-    QString TopLine() { return Dump("frmBuffer")->toPlainText().section('\n', 1, 1).left(5); }
     QMdiArea* Documents() { return bench.window->findChild<QMdiArea*>(); }
-    QMdiSubWindow* View(const char* form) {
-        return qobject_cast<QMdiSubWindow*>(Form(form)->parentWidget());
-    }
+    QWidget* View(const char* form) { return bench.Find(form)->parentWidget(); }
 
     WindowBench bench;
 };
 
-class WithoutEepromTest : public BufferViewsTest {
-  protected:
-    WithoutEepromTest() : BufferViewsTest({"PIC16F54", 3, 512, 0, 1}) {}
-};
-
-TEST_F(BufferViewsTest, ShowWhatTheImageHolds) {
-    EXPECT_EQ(Form("frmBuffer")->windowTitle(), "Program Memory");
-    EXPECT_EQ(Form("frmEEPROM")->windowTitle(), "EEPROM");
-    EXPECT_EQ(Form("frmConfig")->windowTitle(), "Configuration");
-    EXPECT_EQ(Dump("frmBuffer")->toPlainText().count('\n'), 16);
-    EXPECT_EQ(Dump("frmEEPROM")->toPlainText().count('\n'), 4);
+TEST_F(BufferViewsTest, ShowWhatTheImageHoldsSideBySide) {
+    EXPECT_EQ(Dump()->toPlainText().count('\n'), 16);
     EXPECT_EQ(bench.Find<QLabel>("lblCheckSum")->text(), "7C00");
     EXPECT_EQ(bench.Find<QLineEdit>("txtIDLOCS")->text(), "FFFFFFFF");
     EXPECT_EQ(bench.Find<QLineEdit>("txtConfig")->text(), "3FFF");
-}
-
-TEST_F(BufferViewsTest, StandSideBySideWithTheirClientsAsDesigned) {
-    EXPECT_EQ(Form("frmBuffer")->size(), QSize(528, 262));
-    EXPECT_EQ(Form("frmEEPROM")->size(), QSize(652, 259));
-    EXPECT_EQ(Form("frmConfig")->size(), QSize(175, 64));
-    const QRect home = View("frmBuffer")->geometry();
-    EXPECT_EQ(home.topLeft(), QPoint(0, 0));
-    EXPECT_EQ(View("frmConfig")->pos(), QPoint(home.width(), 0));
-    EXPECT_EQ(View("frmEEPROM")->pos(), QPoint(0, home.height()));
+    EXPECT_EQ(View("frmBuffer")->pos(), QPoint(0, 0));
     EXPECT_EQ(Documents()->activeSubWindow(), View("frmBuffer"));
     for (const QMdiSubWindow* view : Documents()->subWindowList())
-        EXPECT_TRUE(Documents()->viewport()->rect().contains(view->geometry()))
-            << view->windowTitle().toStdString() << " is cut off";
-}
-
-TEST_F(BufferViewsTest, EveryLineOfADumpIsOnShow) {
-    bench.program.image.ClearEeprom();
-    for (const char* form : {"frmBuffer", "frmEEPROM"}) {
-        const QTextEdit* dump = Dump(form);
-        EXPECT_LE(dump->document()->size().height(), dump->viewport()->height());
-        EXPECT_LE(dump->document()->idealWidth(),
-                  dump->viewport()->width() - (dump == Dump("frmBuffer") ? Scroll()->width() : 0));
+        EXPECT_TRUE(Documents()->viewport()->rect().contains(view->geometry()));
+    for (const int offset : {0, 20}) {  // the smaller views follow where the first one stands
+        View("frmBuffer")->move(offset, offset);
+        bench.Choose("BufferClearDM");
+        bench.Choose("BufferClearConfig");
+        const QRect program = View("frmBuffer")->geometry();
+        EXPECT_EQ(View("frmEEPROM")->pos(), QPoint(0, program.bottom() + 1));
+        EXPECT_EQ(View("frmConfig")->pos(), QPoint(program.right() + 1, 0));
     }
 }
 
-TEST_F(BufferViewsTest, KeysAndWheelScroll) {
-    struct Case {
-        Qt::Key key;
-        const char* top;
-    };
-    QTextEdit* text = Dump("frmBuffer");
-    for (const auto& [key, top] :
-         {Case{Qt::Key_Down, "0008="}, Case{Qt::Key_PageDown, "0088="}, Case{Qt::Key_Up, "0080="},
-          Case{Qt::Key_PageUp, "0000="}, Case{Qt::Key_End, "0380="}, Case{Qt::Key_Down, "0380="},
-          Case{Qt::Key_Home, "0000="}}) {
-        QTest::keyClick(text, key);
+TEST_F(BufferViewsTest, KeysWheelAndThumbScroll) {
+    for (const auto& [key, top] : {std::pair{Qt::Key_Down, "0008=3FFF"},
+                                   {Qt::Key_PageDown, "0088=3FFF"},
+                                   {Qt::Key_Up, "0080=3FFF"},
+                                   {Qt::Key_PageUp, "0000=3FFF"},
+                                   {Qt::Key_End, "0380=3FFF"},
+                                   {Qt::Key_Down, "0380=3FFF"},
+                                   {Qt::Key_Home, "0000=3FFF"}}) {
+        QTest::keyClick(Dump(), key);
         EXPECT_EQ(TopLine(), top);
-        EXPECT_EQ(bench.Find<QLabel>("lblAddress")->text() + "=", top);
+        EXPECT_EQ(bench.Find<QLabel>("lblAddress")->text().toStdString(), TopLine().substr(0, 4));
     }
-    QWheelEvent wheel({50, 50}, text->viewport()->mapToGlobal(QPointF(50, 50)), {}, {0, -120},
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(text->viewport(), &wheel);
-    EXPECT_GT(Scroll()->value(), 0);
-    EXPECT_EQ(Scroll()->maximum(), 112);
-}
-
-TEST_F(BufferViewsTest, TextFollowsTheThumbOnlyWhenItIsLetGo) {
-    Scroll()->setSliderDown(true);
-    Scroll()->setSliderPosition(40);
-    EXPECT_EQ(TopLine(), "0000=");
-    Scroll()->setSliderDown(false);
-    EXPECT_EQ(TopLine(), "0140=");
+    QWheelEvent wheel({50, 50}, Dump()->mapToGlobal(QPointF(50, 50)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(Dump()->viewport(), &wheel);
+    EXPECT_NE(TopLine(), "0000=3FFF");
+    auto* scroll = bench.Find<QScrollBar>("vsc");
+    scroll->setValue(0);
+    scroll->setSliderDown(true);
+    scroll->setSliderPosition(40);
+    EXPECT_EQ(TopLine(), "0000=3FFF") << "the text follows when the thumb is let go";
+    scroll->setSliderDown(false);
+    EXPECT_EQ(TopLine(), "0140=3FFF");
 }
 
 TEST_F(BufferViewsTest, TextCanBeSelectedAndCopiedButNotChanged) {
-    QTextEdit* text = Dump("frmBuffer");
-    const QString before = text->toPlainText();
-    QTest::keyClicks(text, "zzz");
-    QTest::keyClick(text, Qt::Key_Delete);
-    EXPECT_EQ(text->toPlainText(), before);
-    QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+    const QString before = Dump()->toPlainText();
+    QTest::keyClicks(Dump(), "zzz");
+    QTest::keyClick(Dump(), Qt::Key_Delete);
+    EXPECT_EQ(Dump()->toPlainText(), before);
+    QTest::keyClick(Dump(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(Dump(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), before);
 }
 
-TEST_F(BufferViewsTest, ViewBringsForwardWithoutRebuilding) {
-    Scroll()->setValue(5);
+// An open view is brought to the front as it was; a closed one is made anew, at its home.
+TEST_F(BufferViewsTest, ViewOpensWhatIsClosedAndNothingElse) {
+    bench.Find<QScrollBar>("vsc")->setValue(5);
     View("frmBuffer")->move(30, 40);
+    bench.program.image.SetByte(0, 0x00);
     bench.program.image.SetByte(2 * 8 * 5, 0x00);
-    Documents()->setActiveSubWindow(View("frmEEPROM"));
+    View("frmEEPROM")->setFocus();
     bench.Choose("BufferView");
     EXPECT_EQ(Documents()->activeSubWindow(), View("frmBuffer"));
     EXPECT_EQ(View("frmBuffer")->pos(), QPoint(30, 40));
-    EXPECT_EQ(TopLine(), "0028=");
-    EXPECT_FALSE(Dump("frmBuffer")->toPlainText().contains("3F00"));
-}
-
-TEST_F(BufferViewsTest, ClosedViewOpensAgainAtItsHomeWithTheTextOfTheDay) {
-    Scroll()->setValue(5);
-    View("frmBuffer")->move(30, 40);
+    EXPECT_EQ(TopLine(), "0028=3FFF");
     View("frmBuffer")->close();
     Settle();
-    bench.program.image.SetByte(0, 0x00);
     bench.Choose("BufferView");
     EXPECT_EQ(View("frmBuffer")->pos(), QPoint(0, 0));
-    EXPECT_EQ(TopLine(), "0000=");
-    EXPECT_TRUE(Dump("frmBuffer")->toPlainText().contains("0000=3F00"));
-}
-
-TEST_F(BufferViewsTest, SmallerViewsFollowWhereTheProgramViewStands) {
-    View("frmBuffer")->move(20, 30);
-    const QRect program = View("frmBuffer")->geometry();
-    bench.Choose("BufferClearDM");
-    bench.Choose("BufferClearConfig");
-    EXPECT_EQ(View("frmEEPROM")->pos(), QPoint(0, program.top() + program.height()));
-    EXPECT_EQ(View("frmConfig")->pos(), QPoint(program.left() + program.width(), 0));
-}
-
-TEST_F(WithoutEepromTest, HasNoEepromView) {
-    EXPECT_EQ(Form("frmEEPROM"), nullptr);
-    EXPECT_EQ(Documents()->subWindowList().size(), 2);
-    bench.Choose("BufferView");
-    bench.Choose("BufferClearAll");
-    EXPECT_EQ(Documents()->subWindowList().size(), 2);
+    EXPECT_EQ(TopLine(), "0000=3F00");
 }
 
 }  // namespace

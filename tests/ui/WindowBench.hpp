@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QWidget>
-#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include "operations/frmFunction.hpp"
+#include <QTest>
+#include <QtWidgets>
+
 #include "simulator/BoardEngine.hpp"
 #include "simulator/Faults.hpp"
 #include "support/FakeDesktop.hpp"
@@ -17,31 +19,30 @@ class WindowDesktop : public FakeDesktop {
     void DeliverEvents() override;
 };
 
-/// The device that most tests select.
-inline const DeviceRecord Device{"PIC16F84A", 7, 1024, 64, 1};
+/// The control of this name in `window`, or null.
+template <typename Control = QWidget>
+Control* Find(QWidget* window, const std::string& name) {
+    return window ? window->findChild<Control*>(QString::fromStdString(name)) : nullptr;
+}
 
 /// The program's windows over a simulated board, to be used by keys and menu entries as a user
 /// does.
 class WindowBench {
   public:
-    /// The device is the selected one, in slot 1.
-    explicit WindowBench(const DeviceRecord& device, Simulator::FaultPlan faults = {});
+    /// The device is the selected one, in slot 1; slot 2 holds a smaller one without EEPROM, "A&B".
+    explicit WindowBench(const DeviceRecord& device = {"PIC16F84A", 7, 1024, 64, 1},
+                         Simulator::FaultPlan faults = {});
 
-    /// Loads and shows the main window and lets it be activated.
+    /// Loads and shows the main window, lets it be activated and begins a fresh record.
     void Start();
 
-    /// The control of this name in the window, or null.
-    template <typename Control>
-    static Control* Find(QWidget* window, const char* name) {
-        return window ? window->findChild<Control*>(name) : nullptr;
-    }
-    template <typename Control>
-    Control* Find(const char* name) {
-        return Find<Control>(window.get(), name);
+    template <typename Control = QWidget>
+    Control* Find(const std::string& name) {
+        return Tamber::Find<Control>(window.get(), name);
     }
 
-    /// The caption of a status bar panel, 1..4.
-    QString Panel(int panel);
+    /// The captions of the status bar's panels, with " | " between them.
+    std::string Panels();
 
     /// Chooses a menu entry.
     void Choose(const char* item);
@@ -49,15 +50,19 @@ class WindowBench {
     /// Chooses a menu entry that opens a dialog, and uses the dialog; it is closed afterwards.
     void InDialog(const char* item, const std::function<void(QWidget* dialog)>& use);
 
-    /// Looks at each view, and opens each dialog and looks at that.
-    void InEveryWindow(const std::function<void(QWidget* window)>& look);
+    /// What is in a file of the working folder.
+    std::string Contents(const char* file) const;
 
     modFunc program;
     WindowDesktop desktop;
+    std::vector<std::string> startRecord;  ///< the desktop's record of the start
     Simulator::BoardEngine engine;
     Simulator::FaultyBoard board;
     std::unique_ptr<mdiMain> window;
 };
+
+/// No control of the window reaches past its parent or covers another, and every text fits.
+void ExpectNothingCutOff(QWidget& window);
 
 /// Lets everything that is pending in Qt happen.
 void Settle();

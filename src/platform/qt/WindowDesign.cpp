@@ -126,6 +126,13 @@ QFont Fitted(QFont font, const QString& text, int width) {
     return font;
 }
 
+QFont FittedWhole(QFont font, const QString& text, int width) {
+    font = Fitted(font, text, width);
+    while (font.pixelSize() > 1 && QFontMetrics(font).horizontalAdvance(text) > width)
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
 void ShowFitted(QLabel& label, const QString& text) {
     if (label.text() == text)
         return;

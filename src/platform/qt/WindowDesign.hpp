@@ -57,6 +57,9 @@ QString OutsideText(const std::string& bytes);
 /// `font`, set narrower, down to three quarters, where `text` is wider than `width` pixels.
 QFont Fitted(QFont font, const QString& text, int width);
 
+/// The same, and made smaller where `text` is still too wide, so that any text fits.
+QFont FittedWhole(QFont font, const QString& text, int width);
+
 /// Shows `text` in `label` as it stands, fitted rather than cut off. A text that is already there
 /// is not painted again.
 void ShowFitted(QLabel& label, const QString& text);
