@@ -16,7 +16,7 @@ bool BufferViews::HasEeprom() const {
     return SelectedRecord(program_).EepromBytes != 0;
 }
 
-// The title is set last: the area fits it into the frame anew at every step of the making.
+// The title is set last: at every step before, the area would fit it into the frame again.
 QMdiSubWindow* BufferViews::MakeView(QWidget* form, int clientWidth, int clientHeight) {
     auto* view = new QMdiSubWindow;
     const QString title = form->windowTitle();

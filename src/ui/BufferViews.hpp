@@ -17,7 +17,7 @@ class BufferViews {
     BufferViews(QMdiArea& area, const modFunc& program);
 
     /// Opens the views, the EEPROM view only if the device has EEPROM. A view that is open is only
-    /// brought to the front, its text as it was. The program-memory view ends in front.
+    /// brought to the front, with its text unchanged. The program-memory view ends up in front.
     void Show();
 
     /// Closes and opens one view.

@@ -8,7 +8,6 @@
 namespace Tamber {
 namespace {
 
-constexpr int WordsInRow = 8;
 constexpr int EepromBytesInRow = 16;
 constexpr int ProgramRowsInRegion = MemoryImage::ProgramWordsMax / WordsInRow;
 constexpr std::size_t ProgramRowLength = 55;
@@ -46,8 +45,8 @@ void AppendEepromRow(std::string& text, const MemoryImage& image, int row) {
     text += "\r\n";
 }
 
-std::string Heading(std::size_t blanksBeforeHex, std::size_t blanksBehindHex) {
-    return "ADDR" + std::string(blanksBeforeHex, ' ') + "HEX" + std::string(blanksBehindHex, ' ') +
+std::string Heading(std::size_t blanksBeforeHex, std::size_t blanksAfterHex) {
+    return "ADDR" + std::string(blanksBeforeHex, ' ') + "HEX" + std::string(blanksAfterHex, ' ') +
            "ASCII\r\n";
 }
 

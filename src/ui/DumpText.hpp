@@ -6,16 +6,17 @@
 
 namespace Tamber {
 
-/// The texts of the buffer views, ASCII, lines ended by CR LF.
+/// The texts of the buffer views: ASCII, with CR LF line ends.
 
-constexpr int ProgramDumpRows = 16;  ///< rows of 8 words on show at a time
+constexpr int WordsInRow = 8;        ///< of program memory
+constexpr int ProgramDumpRows = 16;  ///< shown at a time
 constexpr int EepromDumpRowsMax = 16;
 
 /// The column headings, with their line end.
 std::string ProgramDumpHeader();
 std::string EepromDumpHeader();
 
-/// Sixteen rows of 8 program words from row `topRow` on: word address, words, low bytes as
+/// `ProgramDumpRows` rows of program words from row `topRow` on: word address, words, low bytes as
 /// characters. Rows past the end of the program-memory region are left out.
 std::string ProgramDump(const MemoryImage& image, int topRow);
 

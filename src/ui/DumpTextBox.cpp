@@ -9,7 +9,7 @@
 namespace Tamber {
 namespace {
 
-// Seventeen lines, heading included, stand in the 241 pixels of a view's text box.
+// Seventeen lines, including the heading, fit into the 241 pixels of a view's text box.
 constexpr double LinePixels = 14;
 
 }  // namespace

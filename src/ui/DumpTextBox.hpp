@@ -5,7 +5,7 @@
 
 namespace Tamber {
 
-/// A multi-line text box for a hex dump: display only, text can be selected and copied.
+/// A multi-line text box for a hex dump: read-only, but text can be selected and copied.
 class DumpTextBox : public QTextEdit {
   public:
     explicit DumpTextBox(QWidget* parent);

@@ -39,8 +39,8 @@ bool Mentions(const char* page, const QString& text) {
     return !document.find(text).isNull();
 }
 
-// The palette's colour for links, made lighter where it would stand on a dark ground: palettes
-// often come with the dark blue that is meant for paper.
+// The palette's link colour, made lighter on a dark background: palettes often come with the dark
+// blue that is meant for paper.
 QColor LinkColor(const QPalette& palette) {
     constexpr int half = 128;
     constexpr int light = 190;
@@ -50,7 +50,7 @@ QColor LinkColor(const QPalette& palette) {
     return QColor::fromHsl(std::max(link.hslHue(), 0), link.hslSaturation(), light);
 }
 
-/// Holds the manual for a main window, as a part of it that is no part of its screen.
+/// Owns the manual on behalf of a main window, which owns the keeper.
 class ManualKeeper final : public QObject {
   public:
     explicit ManualKeeper(QWidget& mainWindow) : QObject(&mainWindow) {
@@ -59,7 +59,7 @@ class ManualKeeper final : public QObject {
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
-        // A window that the desktop hides, as when it is minimised, comes back.
+        // A window that the desktop hides, for example by minimising it, comes back.
         if (event->type() == QEvent::Hide && !event->spontaneous())
             window.hide();
         return false;
@@ -157,7 +157,7 @@ void ManualWindow::ShowContents() {
     txtManual->setSource(Address(Pages.front()));
 }
 
-// Links get their colour while a page is being read, so the page is read again.
+// Links get their colour when a page is loaded, so the page is loaded again.
 void ManualWindow::UseReadableLinks() {
     const int position = txtManual->verticalScrollBar()->value();
     txtManual->document()->setDefaultStyleSheet("a { color: " + LinkColor(palette()).name() + " }");
@@ -178,7 +178,7 @@ void ManualWindow::Find() {
         return;
     const bool found = txtManual->find(text) || FindOnOtherPages(text);
     lblFound->setText(found ? "" : "Not found");
-    // Further up than at the lower edge, so that what follows can be read as well.
+    // Higher than the lower edge, so that what follows can be read as well.
     if (found)
         if (const int below = txtManual->cursorRect().top() - txtManual->viewport()->height() / 3;
             below > 0)
@@ -186,7 +186,7 @@ void ManualWindow::Find() {
                                                      below);
 }
 
-// Goes on page by page and ends with the beginning of the page it started from.
+// Goes on page by page and ends at the beginning of the page it started from.
 bool ManualWindow::FindOnOtherPages(const QString& text) {
     const QString name = txtManual->source().fileName();
     std::size_t here = 0;

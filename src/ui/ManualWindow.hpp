@@ -9,18 +9,17 @@ class QTextBrowser;
 
 namespace Tamber {
 
-/// The program's own manual: a window of its own beside the main window, with the pages that are in
+/// The program's own manual: a separate window beside the main window, with the pages that are in
 /// the program's resources. Alt+Left, Alt+Right and Alt+Home go back, forward and to the contents,
-/// Ctrl+F and F3 find a text in all pages, Escape closes the window.
+/// Ctrl+F and F3 search all pages, Escape closes the window.
 class ManualWindow : public QWidget {
   public:
-    /// Shows the manual, or brings it to the front where it is on the screen already. It goes away
-    /// with `mainWindow`: off the screen when that is closed, destroyed when that is.
+    /// Shows the manual, or brings it to the front if it is already on the screen. It is hidden
+    /// when `mainWindow` is closed and destroyed together with it.
     static void ShowBeside(QWidget& mainWindow);
 
     ManualWindow();
 
-    /// The first page, the contents.
     void ShowContents();
 
   protected:

@@ -9,8 +9,8 @@
 namespace Tamber {
 namespace {
 
-// What the main window takes time for, done while the splash stands: the readers of pictures, the
-// system's list of fonts, and the letters of those that the windows show.
+// Work that the main window would take time for, done while the splash is on the screen: loading
+// the readers of picture files, and the letters of the fonts that the windows use.
 void MakeReady() {
     QApplication::setWindowIcon(ApplicationIcon());
     const QString letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz :/.()";
@@ -33,7 +33,7 @@ void Opening::Begin() {
 }
 
 // The window is not made any earlier: its time-out timer runs from then on, and the board gets the
-// whole of its first interval.
+// whole of the first interval.
 void Opening::ShowMainWindow() {
     window_ = std::make_unique<mdiMain>(program_, platform_);
     window_->MDIForm_Load();

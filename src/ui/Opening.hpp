@@ -8,7 +8,7 @@
 
 namespace Tamber {
 
-/// The program's windows as they appear: the splash and, when it has gone, the main window.
+/// The order in which the windows appear: the splash and, after it has gone, the main window.
 class Opening {
   public:
     Opening(modFunc& program, Platform& platform);

@@ -62,7 +62,7 @@ StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent) {
         panel->setMinimumWidth(last ? 1 : Pixels(Designs[index].width));
         if (!last)
             panel->setMaximumWidth(Pixels(Designs[index].width));
-        else  // the file's panel takes what is left, so that long paths can be read
+        else  // the file panel takes the rest of the width, so that long paths can be read
             panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         panel->setToolTip(Designs[index].toolTip);
         addWidget(panel, last ? 1 : 0);

@@ -14,8 +14,8 @@ class StatusBar : public QStatusBar {
   public:
     explicit StatusBar(QWidget* parent);
 
-    /// Shows `text` in panel `panel`, 1..4, as it stands; a text too long for the panel is shown
-    /// with dots in its middle.
+    /// Shows `text`, as plain text, in panel `panel`, 1..4; a text too long for the panel is
+    /// shortened in its middle.
     void SetPanel(int panel, const QString& text);
 
     /// The whole text of panel `panel`, 1..4.

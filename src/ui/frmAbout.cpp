@@ -86,15 +86,15 @@ bool frmAbout::event(QEvent* event) {
     return handled;
 }
 
-// The splash is the first thing on the screen, and must be there at once. Reading the icon makes Qt
-// load its readers of all kinds of pictures, so that comes after the texts.
+// The splash must be on the screen at once. Reading the icon makes Qt load its readers for all
+// kinds of pictures, so the icon comes after the texts.
 void frmAbout::ComesOnScreen() {
     image_->setPixmap(ApplicationIcon().pixmap(QSize(32, 32), devicePixelRatioF()));
     if (onceOnScreen_)
         onceOnScreen_();
 }
 
-// However the box is closed, it goes only once.
+// However the box is closed, it closes only once.
 void frmAbout::reject() {
     if (std::exchange(done_, true))
         return;

@@ -11,14 +11,14 @@ class QLabel;
 
 namespace Tamber {
 
-/// The about box, which is the splash of the program's start too. It closes itself after three
-/// seconds, earlier at a click on its background or at Escape, Enter or Space.
+/// The about box, which is also the splash at the program's start. It closes itself after three
+/// seconds, or earlier at a click on its background or at Escape, Enter or Space.
 class frmAbout : public QDialog {
   public:
-    /// Its three seconds begin here. `closed` runs, once, when the box has gone from the screen.
+    /// The three seconds begin here. `closed` runs once, after the box has left the screen.
     frmAbout(QWidget* owner, Platform& platform, std::function<void()> closed = {});
 
-    /// `act` runs, once, when the box has been painted.
+    /// `act` runs once, after the box has been painted.
     void OnceOnScreen(std::function<void()> act) { onceOnScreen_ = std::move(act); }
 
     /// Shows the box modally over its owner and returns when it has closed.

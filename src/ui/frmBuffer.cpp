@@ -15,8 +15,6 @@
 namespace Tamber {
 namespace {
 
-constexpr int WordsInRow = 8;
-
 QLabel* MakeCaption(QWidget* parent, const char* name, const char* text, int left, int width) {
     auto* caption = new QLabel(parent);
     caption->setFont(SansSerifFont());
@@ -104,8 +102,8 @@ bool frmBuffer::ScrollByKey(int key) {
     }
 }
 
-// The keys and the wheel that scroll work in the text box too, which has nothing of its own to
-// scroll; with Shift the keys extend the selection there.
+// The keys and the wheel scroll from within the text box too, which has nothing of its own to
+// scroll; with Shift, the keys extend the selection there.
 bool frmBuffer::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Wheel && watched == txtBuffer->viewport())
         return QCoreApplication::sendEvent(vsc, event);

@@ -13,7 +13,7 @@ namespace Tamber {
 class DumpTextBox;
 
 /// The program-memory view: sixteen rows of eight words, a scroll bar, the address of the first row
-/// on show and the checksum.
+/// shown and the checksum.
 class frmBuffer : public QWidget {
   public:
     static constexpr int ClientWidth = 7920;  // twips

@@ -19,7 +19,7 @@ struct Outline {
     int left, top, width, height;  // twips
 };
 
-// The packages sit at the lower end of the socket, pin 1 there.
+// The packages sit at the lower end of the socket, with pin 1 at that end.
 constexpr Outline Packages[] = {
     {"shp40P", 2280, 120, 375, 1935},  {"shp28P", 2280, 720, 375, 1335},
     {"shp18P", 2280, 1200, 375, 855},  {"shp8P", 2280, 1680, 375, 375},
@@ -113,7 +113,7 @@ void frmSelectDevice::cmdCancel_Click() {
     reject();
 }
 
-// Cancel, Escape and the close box come here.
+// Cancel, Escape and the close box end up here.
 void frmSelectDevice::reject() {
     program_.SelectionCancelled = true;
     QDialog::reject();

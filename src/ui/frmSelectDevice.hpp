@@ -11,14 +11,14 @@ namespace Tamber {
 
 class mdiMain;
 
-/// The dialog that chooses the current device. When it has closed, SelectionCancelled tells whether
-/// the user changed his mind; closing it by its frame counts as Cancel.
+/// The dialog that chooses the current device. After it has closed, SelectionCancelled says whether
+/// the user cancelled; closing it by its frame counts as Cancel.
 class frmSelectDevice : public QDialog {
   public:
     /// The status bar and the views of `owner` follow the choice; `program` outlives the dialog.
     frmSelectDevice(mdiMain& owner, modFunc& program);
 
-    /// Returns when the dialog has been closed.
+    /// Returns after the dialog has been closed.
     void ShowModally();
 
     void reject() override;

@@ -10,14 +10,14 @@ class QRadioButton;
 
 namespace Tamber {
 
-/// The dialog that chooses the serial port. The port is opened at the next start; the one that is
+/// The dialog that chooses the serial port, which is opened at the next start; the port that is
 /// open now is not touched.
 class frmSettings : public QDialog {
   public:
     /// `program` outlives the dialog.
     frmSettings(QWidget& owner, modFunc& program);
 
-    /// Returns when the dialog has been closed.
+    /// Returns after the dialog has been closed.
     void ShowModally();
 
   private:

@@ -88,9 +88,8 @@ void mdiMain::ShowPortFailure(const std::string& reason) {
     program_.link.ProgrammerFound = false;
 }
 
-// Desktops tell of an activation in their own time and some, without a window manager, not at all.
-// So the window counts as activated once it is on the screen, with all that it shows;
-// MDIForm_Activate acts only once.
+// Desktops report an activation in their own time and some, without a window manager, not at all.
+// So the window counts as activated once it has been painted; MDIForm_Activate acts only once.
 bool mdiMain::event(QEvent* event) {
     const bool handled = QMainWindow::event(event);
     if (event->type() == QEvent::Show)
@@ -118,7 +117,7 @@ void mdiMain::ShowProgrammerInfo() {
     Activated = true;
 }
 
-// A function that is running must find its dialog and its window to the end.
+// A running function needs its dialog and this window until it ends.
 void mdiMain::closeEvent(QCloseEvent* event) {
     if (runningFunctions_ && runningFunctions_->Running()) {
         event->ignore();

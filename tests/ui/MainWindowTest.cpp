@@ -20,7 +20,7 @@ class MainWindow : public testing::Test {
 
 TEST_F(MainWindow, StartsByOpeningThePortAndIdentifyingTheBoard) {
     bench.Start();
-    EXPECT_THAT(bench.startRecord, ElementsAre("open COM1 57600,N,8,1", "> 01 54", "tick 1000",
+    EXPECT_THAT(bench.startRecord, ElementsAre("open ttyS0", "> 01 54", "tick 1000",
                                                "box [Tamber] Device: TAMBR\r\nVersion 1.0"));
     EXPECT_EQ(bench.Panels(), "COM1 | Device: PIC16F84A | Size: 400H | File:");
     EXPECT_EQ(bench.program.image.Byte(0x400F), 0x3F) << "the image is blank";
@@ -35,7 +35,7 @@ TEST_F(MainWindow, PortThatCannotBeOpened) {
     bench.desktop.portFailure = "No such file or directory (/dev/ttyS1)";
     bench.Start();
     EXPECT_THAT(bench.startRecord,
-                ElementsAre("open COM2 57600,N,8,1",
+                ElementsAre("open ttyS1",
                             "box [Communication Port Error] COM2, No such file or directory "
                             "(/dev/ttyS1) (critical)",
                             "box [Device Error] Communication Error! (critical)"));

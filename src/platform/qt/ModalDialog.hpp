@@ -5,13 +5,13 @@ class QWidget;
 
 namespace Tamber {
 
-/// The window that a dialog opened now belongs over: the dialog in front, else the main window.
-/// Null while no window is on the screen.
+/// The owner for a dialog opened now: the dialog in front, else the main window. Null while no
+/// window is on the screen.
 QWidget* OwnerForDialogs();
 
-/// Shows `dialog` modally over its owner and returns its result; a window that the owner does not
-/// own, such as the manual, stays usable. The dialog gets the keyboard and its owner gets
-/// it back afterwards, on a desktop without a window manager too.
+/// Shows `dialog` modally over its owner and returns its result; other windows, such as the
+/// manual, stay usable. The dialog gets the keyboard and its owner gets it back afterwards, even on
+/// a desktop without a window manager.
 int ExecuteModal(QDialog& dialog);
 
 }  // namespace Tamber

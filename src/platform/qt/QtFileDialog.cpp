@@ -11,7 +11,7 @@ namespace {
 
 constexpr char Filter[] = "Hex (*.hex)";
 
-// Names go through the system's encoding, so that a name that is no UTF-8 opens as well.
+// Names go through the system's encoding, so that a name that is not UTF-8 opens as well.
 QString ToQt(const std::filesystem::path& path) {
 #ifdef _WIN32
     return QString::fromStdWString(path.wstring());

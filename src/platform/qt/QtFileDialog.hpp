@@ -4,7 +4,7 @@
 
 namespace Tamber {
 
-/// Qt's file dialogs with the one filter for HEX files. They open in the folder of the last file,
+/// Qt's file dialogs with a single filter, for HEX files. They open in the folder of the last file,
 /// at first in `directory`.
 class QtFileDialog final : public FileDialog {
   public:

@@ -19,7 +19,7 @@ void QtMessageBoxes::Show(const std::string& text, const std::string& title, Box
                     OwnerForDialogs());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    // A box takes its width from its text alone; a spacer keeps short ones from cutting their
+    // A box takes its width from its text alone; a spacer keeps a short one from cutting off its
     // title.
     if (auto* layout = qobject_cast<QGridLayout*>(box.layout()))
         layout->addItem(new QSpacerItem(FewestPixels, 0), layout->rowCount(), 0, 1,

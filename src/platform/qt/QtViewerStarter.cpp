@@ -10,11 +10,11 @@
 
 namespace Tamber {
 
-/// A process that goes on when its object goes.
+/// A process that outlives its object.
 class ViewerProcess final : public QProcess {
   public:
     ViewerProcess() {
-        // What it has to say belongs neither to the program nor to the terminal behind it.
+        // Its output belongs neither to the program nor to the program's terminal.
         setStandardInputFile(nullDevice());
         setStandardOutputFile(nullDevice());
         setStandardErrorFile(nullDevice());
@@ -24,7 +24,7 @@ class ViewerProcess final : public QProcess {
 #endif
     }
 
-    // QProcess ends a process that it takes for running.
+    // QProcess kills a process that it takes for running.
     ~ViewerProcess() override {
         setProcessState(QProcess::NotRunning);
     }
@@ -65,7 +65,7 @@ void QtViewerStarter::Start(const std::string& program, const std::vector<std::s
     viewer->start(QString::fromStdString(program), list);
 }
 
-// Called in the middle of the viewer's own signal: it goes away after that.
+// Called from the viewer's own signal, so it is deleted later.
 void QtViewerStarter::Forget(ViewerProcess* viewer) {
     const auto kept = std::ranges::find(viewers_, viewer, &std::unique_ptr<ViewerProcess>::get);
     kept->release()->deleteLater();

@@ -21,9 +21,9 @@ namespace {
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr int NarrowestStretch = 75;
 
-// The first family that is there, else none: the system's own substitutes for one that is not come
-// from its kind (any script face for a comic one), not from its measures. The list of all families
-// is asked for once, and compared here: asking for each by name resolves its substitutes first.
+// The first family that is installed, else none: the system chooses its own substitutes by kind
+// (any script face for a comic one), not by measures. The list of all families is fetched once and
+// searched here: asking for a family by name first looks for substitutes.
 QString InstalledOf(const QStringList& families) {
     static const QStringList all = QFontDatabase::families();
     const auto installed = std::ranges::find_if(

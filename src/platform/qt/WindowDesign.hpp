@@ -15,8 +15,8 @@ class QWidget;
 
 namespace Tamber {
 
-/// The windows are designed in twips, 1/1440 inch. At 96 dots an inch a device-independent pixel is
-/// 15 twips; Qt scales those pixels to the display.
+/// The windows are designed in twips, 1/1440 inch. At 96 dots per inch, a device-independent pixel
+/// is 15 twips; Qt scales those pixels to the display.
 constexpr int Pixels(int twips) {
     return (twips + 7) / 15;
 }
@@ -41,27 +41,27 @@ int HighlightedRow(const QListWidget& list);
 QIcon ApplicationIcon();
 
 /// The fonts of the windows, or the closest ones that the system has. Sizes are in points at 96
-/// dots an inch, so that a text keeps its proportion to the control it stands in.
+/// dots per inch, so that a text keeps its proportion to its control.
 QFont SansSerifFont(double points = 8.25);
 QFont CourierFont(double points, bool bold);
 QFont ComicFont(double points);  // bold italic
 
-/// A frame with its caption in the upper line, as the windows are drawn for, whatever the desktop's
-/// own style makes of frames.
+/// A frame with its caption in the upper line, as the windows are designed for, whatever the
+/// desktop's style makes of frames.
 QGroupBox* MakeFrame(const QString& caption, QWidget* parent);
 
-/// A text that came from outside the program (a device name, a file name). Bytes that are no UTF-8
-/// are taken as Latin-1.
+/// A text that came from outside the program (a device name, a file name). Bytes that are not
+/// UTF-8 are taken as Latin-1.
 QString OutsideText(const std::string& bytes);
 
-/// `font`, set narrower, down to three quarters, where `text` is wider than `width` pixels.
+/// `font`, narrowed by up to a quarter if `text` is wider than `width` pixels.
 QFont Fitted(QFont font, const QString& text, int width);
 
-/// The same, and made smaller where `text` is still too wide, so that any text fits.
+/// The same, and made smaller if `text` is still too wide.
 QFont FittedWhole(QFont font, const QString& text, int width);
 
-/// Shows `text` in `label` as it stands, fitted rather than cut off. A text that is already there
-/// is not painted again.
+/// Shows `text` in `label`, fitted rather than cut off. A text that is already there is not painted
+/// again.
 void ShowFitted(QLabel& label, const QString& text);
 
 }  // namespace Tamber

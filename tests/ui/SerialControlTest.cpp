@@ -1,0 +1,159 @@
+// What every serial port promises, and what only the system's own does.
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <numeric>
+
+#include "WindowBench.hpp"
+#include "cli/TracedSerialControl.hpp"
+#include "platform/qt/QtSerialControl.hpp"
+#include "platform/qt/QtWindowTimer.hpp"
+
+namespace Tamber {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Each line is a port with its far end, where bytes arrive that the test reads, or start out.
+
+// The system's port, on a pseudo-terminal.
+struct SystemLine {
+    SystemLine() {
+        ::grantpt(farEnd);
+        ::unlockpt(farEnd);
+        path = ::ptsname(farEnd);
+    }
+    ~SystemLine() { Lose(); }
+
+    void Send(const Bytes& bytes) {
+        EXPECT_EQ(::write(farEnd, bytes.data(), bytes.size()), std::ssize(bytes));
+    }
+    Bytes Received() {
+        Bytes bytes(1000);
+        bytes.resize(static_cast<std::size_t>(::read(farEnd, bytes.data(), bytes.size())));
+        return bytes;
+    }
+    void Lose() {
+        if (farEnd >= 0)
+            ::close(std::exchange(farEnd, -1));
+    }
+
+    int farEnd = ::posix_openpt(O_RDWR | O_NOCTTY);
+    std::filesystem::path path;
+    QtEventDelivery events;
+    std::unique_ptr<SerialControl> control = std::make_unique<QtSerialControl>(events);
+};
+
+// The port of the fake desktop.
+struct FakeLine : private Simulator::BoardLine {
+    FakeLine() { desktop.board = this; }
+
+    void Send(const Bytes& bytes) { sent.insert(sent.end(), bytes.begin(), bytes.end()); }
+    Bytes Received() { return std::exchange(received, {}); }
+    void Lose() { desktop.portLost = true; }
+
+    FakeDesktop desktop;
+    std::filesystem::path path = "com1";
+    EventDelivery& events = desktop.Events();
+    std::unique_ptr<SerialControl> control = desktop.NewSerialControl();
+
+  private:
+    void Receive(std::span<const std::uint8_t> bytes) override {
+        received.insert(received.end(), bytes.begin(), bytes.end());
+    }
+    std::optional<std::chrono::microseconds> NextDue() const override { return desktop.now; }
+    void Take(Bytes& bytes) override {
+        for (const std::uint8_t byte : std::exchange(sent, {}))
+            bytes.push_back(byte);
+    }
+    bool HungUp() const override { return false; }
+
+    Bytes sent, received;
+};
+
+// The same, traced.
+struct TracedLine : FakeLine {
+    TracedLine() {
+        control = std::make_unique<Cli::TracedSerialControl>(
+            std::move(control), [this] { return desktop.now; }, [](const std::string&) {});
+    }
+};
+
+template <typename Line>
+struct EverySerialControl : testing::Test, Line {
+    // Nothing comes from the port, and what is sent is lost, without a word.
+    void ExpectSilence() {
+        this->control->Output(Bytes(32));
+        EXPECT_EQ(this->control->InBufferCount(), 0);
+        Bytes bytes(3);
+        this->control->Input(bytes);
+        EXPECT_THAT(bytes, testing::IsEmpty());
+    }
+};
+using Lines = testing::Types<SystemLine, FakeLine, TracedLine>;
+TYPED_TEST_SUITE(EverySerialControl, Lines, );
+
+TYPED_TEST(EverySerialControl, CarriesEveryByteUnchangedAndInOrder) {
+    ASSERT_TRUE(this->control->PortOpen(this->path));
+    Bytes all(256);
+    std::iota(all.begin(), all.end(), std::uint8_t{0});
+    Bytes came;
+    for (std::size_t frame = 0; frame < all.size(); frame += 32) {
+        this->control->Output(std::span(all).subspan(frame, 32));
+        std::ranges::copy(this->Received(), std::back_inserter(came));
+    }
+    EXPECT_EQ(came, all);
+    for (const int count : {256, 512}) {  // counting takes nothing
+        this->Send(all);
+        while (this->control->InBufferCount() < count)
+            this->events.DeliverEvents();
+    }
+    this->control->Input(came);
+    EXPECT_EQ(Bytes(came.begin(), came.end() - 256), all);
+    EXPECT_EQ(Bytes(came.begin() + 256, came.end()), all);
+    this->ExpectSilence();
+    EXPECT_FALSE(this->control->PortLost());
+}
+
+TYPED_TEST(EverySerialControl, IsSilentWhenItIsLost) {
+    ASSERT_TRUE(this->control->PortOpen(this->path));
+    this->Lose();
+    this->ExpectSilence();
+    EXPECT_TRUE(this->control->PortLost());
+}
+
+using SystemPort = EverySerialControl<SystemLine>;
+
+TEST_F(SystemPort, IsSilentBeforeItIsOpen) {
+    ExpectSilence();
+    EXPECT_FALSE(control->PortLost());
+}
+
+// A hung-up line can be read from at any time, and has nothing to read.
+TEST_F(SystemPort, DoesNotWakeTheProgramAgainAfterALineIsHungUp) {
+    ASSERT_TRUE(control->PortOpen(path));
+    Lose();
+    errno = 0;  // that of an earlier call would be taken for a fault of the port
+    QtWindowTimer timer;
+    bool ticked = false;
+    int wakings = 0;
+    timer.OnTick([&] { ticked = true; });
+    timer.SetInterval(std::chrono::milliseconds(20));
+    timer.Enable();
+    for (; !ticked; ++wakings)
+        events.DeliverEvents();
+    EXPECT_LT(wakings, 30);
+    EXPECT_TRUE(control->PortLost());
+    ExpectSilence();
+}
+
+TEST_F(SystemPort, SaysWhatIsNoPort) {
+    EXPECT_EQ(control->PortOpen("/no/such/port").error(),
+              "No such file or directory (/no/such/port)");
+    EXPECT_FALSE(control->PortOpen("/dev/null"));
+    EXPECT_FALSE(control->PortLost());
+}
+
+}  // namespace
+}  // namespace Tamber
