@@ -85,32 +85,24 @@ TEST_F(MainWindow, LoadOrSaveThatFailsLeavesEverythingAsItWas) {
 }
 
 TEST_F(MainWindow, ClearCommandsBlankTheirRegionsAndReopenTheirViews) {
-    struct Region {
-        const char* item;
-        const char* view;
-        int lastByte;
-        int blank;
-    };
-    const Region regions[] = {{"BufferClearPM", "frmBuffer", 0x3FFF, 0x3F},
-                              {"BufferClearDM", "frmEEPROM", 0x43FF, 0xFF},
-                              {"BufferClearConfig", "frmConfig", 0x400F, 0x3F}};
     bench.Start();
-    for (const std::string item :
-         {"BufferClearPM", "BufferClearDM", "BufferClearConfig", "BufferClearAll"}) {
-        for (int index = 0; index < MemoryImage::Size; ++index)
-            bench.program.image.SetByte(index, 0x12);
-        QPointer<QWidget> views[3];
-        for (int region = 0; region < 3; ++region)
-            views[region] = bench.Find(regions[region].view);
-        bench.Choose(item.c_str());
-        for (int region = 0; region < 3; ++region) {
-            const bool cleared = item == regions[region].item || item == "BufferClearAll";
-            EXPECT_EQ(bench.program.image.Byte(regions[region].lastByte),
-                      cleared ? regions[region].blank : 0x12);
-            EXPECT_EQ(views[region].isNull(), cleared) << item << " " << regions[region].view;
+    const auto expectCleared = [&](const char* item, const std::set<std::string>& views) {
+        for (const auto& [name, last, blank] : {std::tuple{"frmBuffer", 0x3FFF, 0x3F},
+                                                {"frmEEPROM", 0x43FF, 0xFF},
+                                                {"frmConfig", 0x400F, 0x3F}}) {
+            const QPointer<QWidget> view = bench.Find(name);
+            for (int index = 0; index < MemoryImage::Size; ++index)
+                bench.program.image.SetByte(index, 0x12);
+            bench.Choose(item);
+            EXPECT_EQ(bench.program.image.Byte(last), views.contains(name) ? blank : 0x12) << item;
+            EXPECT_EQ(view.isNull(), views.contains(name)) << item << " " << name;
+            EXPECT_EQ(bench.program.image.Byte(0x4010), 0x12) << item;
         }
-        EXPECT_EQ(bench.program.image.Byte(0x4010), 0x12);
-    }
+    };
+    expectCleared("BufferClearPM", {"frmBuffer"});
+    expectCleared("BufferClearDM", {"frmEEPROM"});
+    expectCleared("BufferClearConfig", {"frmConfig"});
+    expectCleared("BufferClearAll", {"frmBuffer", "frmEEPROM", "frmConfig"});
 }
 
 }  // namespace
