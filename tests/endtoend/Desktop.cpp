@@ -14,24 +14,17 @@
 namespace Tamber {
 namespace {
 
-std::vector<char*> Pointers(const std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (const std::string& text : texts)
-        pointers.push_back(const_cast<char*>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 [[noreturn]] void Become(const std::vector<std::string>& arguments,
-                         const std::filesystem::path& folder, const std::filesystem::path& output,
-                         const std::vector<std::string>& environment) {
+                         const std::filesystem::path& folder, const std::filesystem::path& output) {
     const int file = open(output.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0644);
     dup2(file, STDOUT_FILENO);
     dup2(file, STDERR_FILENO);
-    for (const std::string& entry : environment)
-        putenv(const_cast<char*>(entry.c_str()));
+    std::vector<char*> pointers;
+    for (const std::string& argument : arguments)
+        pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
     if (chdir(folder.c_str()) == 0)
-        execvp(arguments[0].c_str(), Pointers(arguments).data());
+        execvp(pointers[0], pointers.data());
     _exit(127);
 }
 
@@ -42,10 +35,10 @@ int Run(const std::string& command) {
 }  // namespace
 
 Process::Process(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
-                 const std::filesystem::path& output, const std::vector<std::string>& environment)
+                 const std::filesystem::path& output)
     : pid_(fork()) {
     if (pid_ == 0)
-        Become(arguments, folder, output, environment);
+        Become(arguments, folder, output);
 }
 
 Process::~Process() {
@@ -72,13 +65,10 @@ int Process::Wait() {
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-Desktop::Desktop(const std::filesystem::path& folder) : folder_(folder) {
+Desktop::Desktop(const std::filesystem::path& folder)
+    : server_({"sh", "-c", "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>display"},
+              folder, folder / "xvfb.log") {
     const std::filesystem::path number = folder / "display";
-    server_ = std::make_unique<Process>(
-        std::vector<std::string>{"sh", "-c",
-                                 "exec Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp "
-                                 "3>display"},
-        folder, folder / "xvfb.log");
     Await([&] { return Contents(number).ends_with('\n'); });
     display_ = ":" + Contents(number).substr(0, Contents(number).find('\n'));
 }
@@ -92,14 +82,18 @@ bool Desktop::AwaitWindow(const std::string& title) const {
     return Await([&] { return HasKeyboard(title); });
 }
 
-bool Desktop::PressUntil(const std::string& keys, const std::string& title) const {
+bool Desktop::PressUntil(const std::string& keys, const std::function<bool()>& condition) const {
     constexpr int LooksPerPress = 60;  // some seconds
     int looks = 0;
     return Await([&] {
         if (looks++ % LooksPerPress == 0)
             Press(keys);
-        return HasKeyboard(title);
+        return condition();
     });
+}
+
+bool Desktop::PressUntil(const std::string& keys, const std::string& title) const {
+    return PressUntil(keys, [&] { return HasKeyboard(title); });
 }
 
 void Desktop::Press(const std::string& keys) const {

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,10 +12,9 @@ namespace Tamber {
 /// A child process, ended with the test.
 class Process {
   public:
-    /// Starts `arguments[0]` in `folder` with these additions to the environment; what it prints
-    /// goes to `output`.
+    /// Starts `arguments[0]` in `folder`; its output is added to `output`.
     Process(const std::vector<std::string>& arguments, const std::filesystem::path& folder,
-            const std::filesystem::path& output, const std::vector<std::string>& environment = {});
+            const std::filesystem::path& output);
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
@@ -43,8 +41,9 @@ class Desktop {
     /// Waits until the window with this title has the keyboard; false when that does not come.
     bool AwaitWindow(const std::string& title) const;
 
-    /// Presses keys, which must do no harm twice, until the window with this title has the
-    /// keyboard: a bare display may lose what is pressed while the keyboard changes hands.
+    /// Presses keys, which must do no harm twice, until the condition holds or the window with this
+    /// title has the keyboard: a bare display may lose keys while the keyboard changes hands.
+    bool PressUntil(const std::string& keys, const std::function<bool()>& condition) const;
     bool PressUntil(const std::string& keys, const std::string& title) const;
 
     /// Presses keys as xdotool names them, or types a text, in the window that has the keyboard.
@@ -54,9 +53,8 @@ class Desktop {
   private:
     bool HasKeyboard(const std::string& title) const;
 
-    std::filesystem::path folder_;
+    Process server_;
     std::string display_;
-    std::unique_ptr<Process> server_;
 };
 
 /// Asks `condition` again and again until it holds; false after a minute.

@@ -12,8 +12,6 @@
 namespace Tamber {
 namespace {
 
-const std::filesystem::path Samples = std::filesystem::path(SAMPLE_DATA) / "samples";
-
 constexpr char MainWindow[] = "Tamber ~ PIC Programmer";
 
 class Programming : public testing::Test {
@@ -25,70 +23,55 @@ class Programming : public testing::Test {
             std::filesystem::copy(std::filesystem::path(SAMPLE_DATA) / name, folder / name);
     }
 
-    bool StartBoard() {
-        board = std::make_unique<Process>(
-            std::vector<std::string>{BOARD_PROGRAM, "--link", "com1", "--type", "7", "--words",
-                                     "1024", "--eeprom", "64", "--save", "device.hex", "--trace"},
-            folder, folder / "board.log");
-        return Await(
-            [&] { return Contents(folder / "board.log").find("ready") != std::string::npos; });
+    // The toolkit, its fonts and its display keep memory to the end by design.
+    void StartProgram(std::vector<std::string> settings) {
+        settings.insert(settings.begin(), "env");
+        settings.insert(settings.end(), {"ASAN_OPTIONS=detect_leaks=0", TAMBER_PROGRAM});
+        program.emplace(settings, folder, folder / "log");
+    }
+    void StartProgram() { StartProgram({"DISPLAY=" + desktop.Display(), "QT_QPA_PLATFORM=xcb"}); }
+
+    int StatusAfter(const std::string& keys) {
+        EXPECT_TRUE(desktop.PressUntil(keys, [&] { return program->Ended(); })) << Log();
+        return program->Wait();
     }
 
-    void StartProgram() {
-        // The toolkit, its fonts and its display keep memory to the end by design.
-        program = std::make_unique<Process>(
-            std::vector<std::string>{TAMBER_PROGRAM}, folder, folder / "program.log",
-            std::vector<std::string>{"DISPLAY=" + desktop.Display(), "QT_QPA_PLATFORM=xcb",
-                                     "ASAN_OPTIONS=detect_leaks=0"});
-    }
-
-    bool PressUntilEnded(const std::string& keys) {
-        constexpr int LooksPerPress = 60;  // some seconds
-        int looks = 0;
-        return Await([&] {
-            if (looks++ % LooksPerPress == 0)
-                desktop.Press(keys);
-            return program->Ended();
-        });
-    }
-
-    std::string Log() const {
-        return Contents(folder / "program.log") + Contents(folder / "board.log");
-    }
+    std::string Log() const { return Contents(folder / "log"); }
+    bool Logged(const char* text) const { return Log().find(text) != std::string::npos; }
 
     std::filesystem::path folder =
         testing::TempDir() + "tamber-programming-" + std::to_string(getpid());
     Desktop desktop{(std::filesystem::create_directories(folder), folder)};
-    std::unique_ptr<Process> board;
-    std::unique_ptr<Process> program;
+    std::optional<Process> program;
 };
 
 // Load, Function, Program, Run, with keys alone, on a display without a window manager.
 TEST_F(Programming, FromTheHexFileToTheDevice) {
-    ASSERT_TRUE(StartBoard()) << Log();
+    Process board({BOARD_PROGRAM, "--link", "com1", "--type", "7", "--words", "1024", "--eeprom",
+                   "64", "--save", "device.hex", "--trace"},
+                  folder, folder / "log");
+    ASSERT_TRUE(Await([&] { return Logged("ready"); })) << Log();
     StartProgram();
     ASSERT_TRUE(desktop.AwaitWindow("Tamber")) << "no identification\n" << Log();
     ASSERT_TRUE(desktop.PressUntil("Return", MainWindow)) << Log();
 
-    const std::filesystem::path file = Samples / "greeting-16f84a.hex";
+    const std::string file = SAMPLE_DATA "/samples/greeting-16f84a.hex";
     ASSERT_TRUE(desktop.PressUntil("Escape alt+f l", "Load")) << Log();
-    desktop.Type(file.string());
+    desktop.Type(file);
     ASSERT_TRUE(desktop.PressUntil("Return", MainWindow)) << Log();
 
     ASSERT_TRUE(desktop.PressUntil("F5", "Function")) << Log();
     desktop.Press("Home Down Down Down Return");
     // The last acknowledged block, then the end of its sequence.
     ASSERT_TRUE(Await([&] {
-        const std::string trace = Contents(folder / "board.log");
-        const auto block = trace.find("> 14 40 00");
-        return block != std::string::npos && trace.find("> 01 49", block) != std::string::npos;
+        return Logged("> 14 40 00") &&
+               Log().find("> 01 49", Log().find("> 14 40 00")) < Log().size();
     })) << Log();
     ASSERT_TRUE(desktop.PressUntil("Escape", MainWindow)) << Log();
-    ASSERT_TRUE(PressUntilEnded("Escape alt+f x")) << Log();
-    EXPECT_EQ(program->Wait(), 0) << Log();
+    EXPECT_EQ(StatusAfter("Escape alt+f x"), 0) << Log();
 
-    board->Signal(SIGTERM);
-    EXPECT_EQ(board->Wait(), 0) << Log();
+    board.Signal(SIGTERM);
+    EXPECT_EQ(board.Wait(), 0) << Log();
     Simulator::DeviceMemory device({7, 1024, 64});
     ASSERT_TRUE(Simulator::LoadDevice(Contents(folder / "device.hex"), device)) << Log();
     MemoryImage image;
@@ -96,32 +79,24 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
     image.ClearEeprom();
     image.ClearConfiguration();
     ASSERT_TRUE(LoadHexFile(file, image));
-    const auto expectSame = [&](int from, int to) {
+    for (const auto& [from, to] : {std::pair{0, 2 * 1024}, {0x4000, 0x4010}, {0x4200, 0x4280}})
         for (int index = from; index < to; ++index)
             ASSERT_EQ(device.ByteAt(static_cast<std::uint32_t>(index)), image.Byte(index)) << index;
-    };
-    expectSame(0x0000, 2 * 1024);
-    expectSame(0x4000, 0x4010);
-    expectSame(0x4200, 0x4200 + 2 * 64);
 }
 
 TEST_F(Programming, StartThatFailsSaysWhyAndWritesNothing) {
     std::ofstream(folder / "tamber.cfg") << "1\r\nmany\r\n1\r\n";
     StartProgram();
     ASSERT_TRUE(desktop.AwaitWindow("Tamber")) << Log();
-    ASSERT_TRUE(PressUntilEnded("Return")) << Log();
-    EXPECT_EQ(program->Wait(), 1);
-    EXPECT_NE(Log().find("tamber.cfg, line 2, field 1"), std::string::npos) << Log();
+    EXPECT_EQ(StatusAfter("Return"), 1);
+    EXPECT_TRUE(Logged("tamber.cfg, line 2, field 1")) << Log();
     EXPECT_EQ(Contents(folder / "tamber.cfg"), "1\r\nmany\r\n1\r\n");
 }
 
 TEST_F(Programming, StartWithoutADisplaySaysWhy) {
-    program = std::make_unique<Process>(
-        std::vector<std::string>{"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u",
-                                 "QT_QPA_PLATFORM", "ASAN_OPTIONS=detect_leaks=0", TAMBER_PROGRAM},
-        folder, folder / "program.log");
+    StartProgram({"-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", "-u", "QT_QPA_PLATFORM"});
     EXPECT_EQ(program->Wait(), 1);
-    EXPECT_NE(Log().find("no display"), std::string::npos) << Log();
+    EXPECT_TRUE(Logged("no display")) << Log();
 }
 
 }  // namespace

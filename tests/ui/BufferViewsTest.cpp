@@ -38,37 +38,34 @@ TEST(DumpText, EepromRowsSkipTheCompanionBytes) {
     EXPECT_EQ(EepromDump(image, 32'000).size(), 16U * 71) << "the region has no more";
 }
 
-class BufferViewsTest : public testing::Test {
-  protected:
-    BufferViewsTest() { bench.Start(); }
+struct BufferViewsTest : testing::Test, WindowBench {
+    BufferViewsTest() { Start(); }
 
-    QTextEdit* Dump() { return Find<QTextEdit>(bench.Find("frmBuffer"), "txtBuffer"); }
+    QTextEdit* Dump() { return Find("frmBuffer")->findChild<QTextEdit*>("txtBuffer"); }
     std::string TopLine() {
         return Dump()->toPlainText().section('\n', 1, 1).left(9).toStdString();
     }
-    QMdiArea* Documents() { return bench.window->findChild<QMdiArea*>(); }
-    QWidget* View(const char* form) { return bench.Find(form)->parentWidget(); }
-
-    WindowBench bench;
+    QMdiArea* Documents() { return window->findChild<QMdiArea*>(); }
+    QWidget* View(const char* form) { return Find(form)->parentWidget(); }
 };
 
 TEST_F(BufferViewsTest, ShowWhatTheImageHoldsSideBySide) {
     EXPECT_EQ(Dump()->toPlainText().count('\n'), 16);
     EXPECT_LE(Dump()->document()->size().height(), Dump()->viewport()->height());
-    EXPECT_EQ(bench.Find<QLabel>("lblCheckSum")->text(), "7C00");
-    EXPECT_EQ(bench.Find<QLineEdit>("txtIDLOCS")->text(), "FFFFFFFF");
-    EXPECT_EQ(bench.Find<QLineEdit>("txtConfig")->text(), "3FFF");
+    EXPECT_EQ(Find<QLabel>("lblCheckSum")->text(), "7C00");
+    EXPECT_EQ(Find<QLineEdit>("txtIDLOCS")->text(), "FFFFFFFF");
+    EXPECT_EQ(Find<QLineEdit>("txtConfig")->text(), "3FFF");
     EXPECT_EQ(View("frmBuffer")->pos(), QPoint(0, 0));
     EXPECT_EQ(Documents()->activeSubWindow(), View("frmBuffer"));
     for (const QMdiSubWindow* view : Documents()->subWindowList())
         EXPECT_TRUE(Documents()->viewport()->rect().contains(view->geometry()));
     for (const int offset : {0, 20}) {  // the smaller views follow where the first one stands
         View("frmBuffer")->move(offset, offset);
-        bench.Choose("BufferClearDM");
-        bench.Choose("BufferClearConfig");
-        const QRect program = View("frmBuffer")->geometry();
-        EXPECT_EQ(View("frmEEPROM")->pos(), QPoint(0, program.bottom() + 1));
-        EXPECT_EQ(View("frmConfig")->pos(), QPoint(program.right() + 1, 0));
+        Choose("BufferClearDM");
+        Choose("BufferClearConfig");
+        const QRect first = View("frmBuffer")->geometry();
+        EXPECT_EQ(View("frmEEPROM")->pos(), QPoint(0, first.bottom() + 1));
+        EXPECT_EQ(View("frmConfig")->pos(), QPoint(first.right() + 1, 0));
     }
 }
 
@@ -82,13 +79,13 @@ TEST_F(BufferViewsTest, KeysWheelAndThumbScroll) {
                                    {Qt::Key_Home, "0000=3FFF"}}) {
         QTest::keyClick(Dump(), key);
         EXPECT_EQ(TopLine(), top);
-        EXPECT_EQ(bench.Find<QLabel>("lblAddress")->text().toStdString(), TopLine().substr(0, 4));
+        EXPECT_EQ(Find<QLabel>("lblAddress")->text().toStdString(), TopLine().substr(0, 4));
     }
     QWheelEvent wheel({50, 50}, Dump()->mapToGlobal(QPointF(50, 50)), {}, {0, -120}, Qt::NoButton,
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(Dump()->viewport(), &wheel);
     EXPECT_NE(TopLine(), "0000=3FFF");
-    auto* scroll = bench.Find<QScrollBar>("vsc");
+    auto* scroll = Find<QScrollBar>("vsc");
     scroll->setValue(0);
     scroll->setSliderDown(true);
     scroll->setSliderPosition(40);
@@ -109,18 +106,18 @@ TEST_F(BufferViewsTest, TextCanBeSelectedAndCopiedButNotChanged) {
 
 // An open view is brought to the front as it was; a closed one is made anew, at its home.
 TEST_F(BufferViewsTest, ViewOpensWhatIsClosedAndNothingElse) {
-    bench.Find<QScrollBar>("vsc")->setValue(5);
+    Find<QScrollBar>("vsc")->setValue(5);
     View("frmBuffer")->move(30, 40);
-    bench.program.image.SetByte(0, 0x00);
-    bench.program.image.SetByte(2 * 8 * 5, 0x00);
+    program.image.SetByte(0, 0x00);
+    program.image.SetByte(2 * 8 * 5, 0x00);
     View("frmEEPROM")->setFocus();
-    bench.Choose("BufferView");
+    Choose("BufferView");
     EXPECT_EQ(Documents()->activeSubWindow(), View("frmBuffer"));
     EXPECT_EQ(View("frmBuffer")->pos(), QPoint(30, 40));
     EXPECT_EQ(TopLine(), "0028=3FFF");
     View("frmBuffer")->close();
     Settle();
-    bench.Choose("BufferView");
+    Choose("BufferView");
     EXPECT_EQ(View("frmBuffer")->pos(), QPoint(0, 0));
     EXPECT_EQ(TopLine(), "0000=3F00");
 }

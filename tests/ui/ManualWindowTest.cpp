@@ -27,7 +27,7 @@ TEST(Help, StartsTheViewerAndShowsTheManualWhileTheMainWindowIsThereWhenThatFail
     ASSERT_NE(manual, nullptr);
     EXPECT_FALSE(manual->isModal());
     EXPECT_EQ(manual->parentWidget(), nullptr) << "it would stay in front of the main window";
-    auto* text = Find<QTextBrowser>(manual, "txtManual");
+    auto* text = manual->findChild<QTextBrowser*>("txtManual");
     text->setSource(QUrl("qrc:/manual/board.html"));
     EXPECT_EQ(openManual(), manual);
     QTest::keyClick(manual, Qt::Key_Escape);
@@ -56,12 +56,12 @@ class Manual : public testing::Test {
     std::string Page() const { return text->source().fileName().toStdString(); }
     void FindByKeys(const QString& what) {
         QTest::keyClick(&manual, Qt::Key_F, Qt::ControlModifier);
-        QTest::keyClicks(Find(&manual, "txtFind"), what);
-        QTest::keyClick(Find(&manual, "txtFind"), Qt::Key_Return);
+        QTest::keyClicks(manual.focusWidget(), what);
+        QTest::keyClick(manual.focusWidget(), Qt::Key_Return);
     }
 
     ManualWindow manual;
-    QTextBrowser* text = Find<QTextBrowser>(&manual, "txtManual");
+    QTextBrowser* text = manual.findChild<QTextBrowser*>("txtManual");
 };
 
 TEST_F(Manual, FindGoesOnThroughAllPagesAndRound) {
@@ -74,7 +74,7 @@ TEST_F(Manual, FindGoesOnThroughAllPagesAndRound) {
         EXPECT_EQ(text->textCursor().position(), there);
         EXPECT_TRUE(text->textCursor().hasSelection());
     }
-    const auto* found = Find<QLabel>(&manual, "lblFound");
+    const auto* found = manual.findChild<QLabel*>("lblFound");
     EXPECT_EQ(found->text(), "");
     FindByKeys("no such words in here");
     EXPECT_EQ(found->text(), "Not found");

@@ -95,12 +95,12 @@ void WindowBench::Choose(const char* item) {
     Settle();
 }
 
-void WindowBench::InDialog(const char* item, const std::function<void(QWidget*)>& use) {
+void WindowBench::InDialog(const char* item, const std::function<void()>& use) {
     QTimer::singleShot(0, qApp, [&] {
-        const QPointer<QWidget> dialog = QApplication::activeModalWidget();
+        dialog = QApplication::activeModalWidget();
         ASSERT_NE(dialog, nullptr) << item << " opened no dialog";
         Settle();
-        use(dialog);
+        use();
         if (dialog && dialog->isVisible())
             dialog->close();
     });

@@ -19,12 +19,6 @@ class WindowDesktop : public FakeDesktop {
     void DeliverEvents() override;
 };
 
-/// The control of this name in `window`, or null.
-template <typename Control = QWidget>
-Control* Find(QWidget* window, const std::string& name) {
-    return window ? window->findChild<Control*>(QString::fromStdString(name)) : nullptr;
-}
-
 /// The program's windows over a simulated board, to be used by keys and menu entries as a user
 /// does.
 class WindowBench {
@@ -36,10 +30,15 @@ class WindowBench {
     /// Loads and shows the main window, lets it be activated and begins a fresh record.
     void Start();
 
+    /// The control of this name in the main window, its views or the open dialog, or null.
     template <typename Control = QWidget>
-    Control* Find(const std::string& name) {
-        return Tamber::Find<Control>(window.get(), name);
+    Control* Find(const std::string& name) const {
+        return window->findChild<Control*>(QString::fromStdString(name));
     }
+    bool Enabled(const std::string& name) const { return Find(name)->isEnabled(); }
+
+    void Click(const std::string& name) const { Find<QAbstractButton>(name)->click(); }
+    void Press(Qt::Key key) const { QTest::keyClick(dialog, key); }  // in the dialog
 
     /// The captions of the status bar's panels, with " | " between them.
     std::string Panels();
@@ -48,7 +47,7 @@ class WindowBench {
     void Choose(const char* item);
 
     /// Chooses a menu entry that opens a dialog, and uses the dialog; it is closed afterwards.
-    void InDialog(const char* item, const std::function<void(QWidget* dialog)>& use);
+    void InDialog(const char* item, const std::function<void()>& use);
 
     /// What is in a file of the working folder.
     std::string Contents(const char* file) const;
@@ -59,6 +58,7 @@ class WindowBench {
     Simulator::BoardEngine engine;
     Simulator::FaultyBoard board;
     std::unique_ptr<mdiMain> window;
+    QPointer<QWidget> dialog;
 };
 
 /// No control of the window reaches past its parent or covers another, and every text fits.
