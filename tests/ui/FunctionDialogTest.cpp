@@ -45,7 +45,7 @@ TEST_F(FunctionDialog, OpensWithTheChoicesThatTheDeviceHas) {
 }
 
 TEST_F(FunctionDialog, WithoutABoardNothingCanBeRunOrIsSent) {
-    faults.silentFrom = 1;
+    faults.SilentFrom = 1;
     Use([&] {
         EXPECT_FALSE(bench->Enabled("cmdRun"));
         Run(FunctionRead);
@@ -83,7 +83,7 @@ TEST_F(FunctionDialog, ProgramShowsAndSaysHowFarItIs) {
 }
 
 TEST_F(FunctionDialog, RunsAgainAtOnceAfterAFault) {
-    faults.replyLength = {3, 0};  // identification is the first request
+    faults.ReplyLength = {3, 0};  // identification is the first request
     Use([&] {
         Run(FunctionBlank);
         EXPECT_EQ(Text("lblMsg0"), "Blank Checking Program Memory...   Device Fault!");
