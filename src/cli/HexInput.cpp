@@ -1,9 +1,11 @@
 #include "cli/HexInput.hpp"
 
+#include <fmt/format.h>
+
 #include <array>
 
 #include "core/TextFile.hpp"
-#include "files/HexFailure.hpp"
+#include "files/HexFile.hpp"
 #include "files/HexInspect.hpp"
 
 namespace Tamber::Cli {
@@ -27,20 +29,12 @@ TextResult ReadStream(std::istream& stream) {
     return text;
 }
 
-// The line that the loader refuses, in words.
-std::string Culprit(const HexInspection& inspection) {
-    for (const HexFinding& finding : inspection.Findings)
-        if (finding.Line == inspection.Refusal->Line)
-            return "Line " + std::to_string(finding.Line) + ", column " +
-                   std::to_string(finding.Column) + ": " + finding.Wrong + " " + finding.Remedy;
-    return "Line " + std::to_string(inspection.Refusal->Line) + " cannot be read.";
-}
-
-Outcome Refusal(const Context& context, const HexInspection& inspection) {
-    std::string text = Shown(context) + " cannot be loaded.";
-    if (const auto known = HexFailureText(inspection.Refusal->Fault); !known.empty())
-        text = std::string(HexFailureTitle) + ": " + std::string(known) + "\n" + text;
-    return Failed(ExitStatus::FileUnusable, text + "\n" + Culprit(inspection));
+Outcome Refused(const Context& context, const HexRefusal& refusal) {
+    const std::string_view known = HexFailureText(refusal.Fault);
+    return Failed(ExitStatus::FileUnusable,
+                  (known.empty() ? "" : fmt::format("{}: {}\n", HexFailureTitle, known)) +
+                      fmt::format("{} cannot be loaded.\n{}", Shown(context),
+                                  HexFindingText(refusal.Finding)));
 }
 
 bool HoldsMoreThanDevice(const HexInspection& inspection) {
@@ -60,10 +54,7 @@ TextResult ReadHexText(Context& context) {
 }
 
 void BlankImage(Context& context) {
-    MemoryImage& image = context.Program.image;
-    image.ClearConfiguration();
-    image.ClearEeprom();
-    image.ClearProgramMemory(context.Device().TypeCode);
+    context.Program.image = BlankImage(context.Device());
 }
 
 Outcome LoadHexInput(Context& context) {
@@ -71,19 +62,17 @@ Outcome LoadHexInput(Context& context) {
     if (!text)
         return text.error();
     const HexInspection inspection = InspectHexText(*text, context.Device());
-    const auto records = ReadHexRecords(*text);
-    if (!records)
-        return Refusal(context, inspection);
+    if (inspection.Refusal)
+        return Refused(context, *inspection.Refusal);
     if (inspection.WordAddressed)
         return Failed(ExitStatus::FileUnusable,
                       Shown(context) +
                           " is word-addressed with swapped bytes (INHX16).\nHave the assembler "
                           "write INHX8M or INHX32.");
-    BlankImage(context);
-    CopyRecords(*records, context.Program.image);
+    context.Program.image = inspection.Image;
     if (HoldsMoreThanDevice(inspection))
         context.Screen.Note(Shown(context) + " holds words that " + context.Device().Name +
-                            " has no place for; tamber-cli inspect tells which.");
+                            " has no place for; tamber-cli inspect lists them.");
     return {};
 }
 

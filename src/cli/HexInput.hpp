@@ -11,8 +11,8 @@ namespace Tamber::Cli {
 /// The text of the HEX file that the arguments name, or of standard input.
 [[nodiscard]] tl::expected<std::string, Outcome> ReadHexText(Context& context);
 
-/// Blanks the image for the device and loads that file into it. What the file holds and the device
-/// does not is mentioned.
+/// Loads that file into an image that is blank for the device. Words that the device has no place
+/// for are mentioned.
 [[nodiscard]] Outcome LoadHexInput(Context& context);
 
 /// Blanks the image for the device, as the choice of a device does.

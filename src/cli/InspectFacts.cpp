@@ -1,93 +1,92 @@
+#include "cli/InspectFacts.hpp"
+
 #include <nlohmann/json.hpp>
 
-#include "cli/InspectText.hpp"
 #include "core/ImageSummary.hpp"
 
 namespace Tamber::Cli {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using Kind = HexFindingKind;
 
-const char* PlaceName(HexPlace place) {
-    switch (place) {
-        case HexPlace::ProgramMemory:
-            return "program-memory";
-        case HexPlace::IdLocations:
-            return "id-locations";
-        case HexPlace::ConfigurationWord:
-            return "configuration-word";
-        case HexPlace::BetweenIdAndConfiguration:
-            return "behind-id-locations";
-        case HexPlace::Eeprom:
-            return "eeprom";
-        case HexPlace::AssemblerIdLocations:
-            return "assembler-id-locations";
-        case HexPlace::AssemblerConfigurationWord:
-            return "assembler-configuration-word";
-        default:
-            return "outside";
-    }
-}
+// By HexPlace.
+constexpr const char* PlaceNames[] = {"program-memory",
+                                      "id-locations",
+                                      "configuration-word",
+                                      "behind-id-locations",
+                                      "eeprom",
+                                      "assembler-id-locations",
+                                      "assembler-configuration-word",
+                                      "outside"};
 
 Json RangeFacts(const HexRange& range) {
     return {{"first", range.First}, {"last", range.Last}};
 }
 
 Json UseFacts(const HexUse& use) {
-    Json facts{{"place", PlaceName(use.Place)}, {"words", use.Words}, {"bytes", Json::array()}};
+    Json ranges = Json::array();
     for (const HexRange& range : use.Ranges)
-        facts["bytes"].push_back(RangeFacts(range));
-    return facts;
+        ranges.push_back(RangeFacts(range));
+    return {{"place", PlaceNames[static_cast<int>(use.Place)]},
+            {"words", use.Words},
+            {"bytes", ranges}};
+}
+
+Json IgnoredFacts(const HexFinding& finding) {
+    return {{"line", finding.Line},
+            {"type", IgnoredType(finding.Kind)},
+            {"value", finding.Found},
+            {"shiftsAddresses", finding.Severity == HexSeverity::Harmful}};
+}
+
+Json OverlapFacts(const HexFinding& finding) {
+    return {{"line", finding.Line},
+            {"earlierLine", finding.EarlierLine},
+            {"bytes", RangeFacts(finding.Bytes)},
+            {"same", finding.Severity == HexSeverity::Note}};
+}
+
+Json MalformedFacts(const HexFinding& finding) {
+    const auto [wrong, remedy] = WordsOf(finding);
+    return {
+        {"line", finding.Line}, {"column", finding.Column}, {"wrong", wrong}, {"remedy", remedy}};
 }
 
 int WordAt(const MemoryImage& image, int address) {
     return image.Byte(address + 1) << 8 | image.Byte(address);
 }
 
-template <typename Entry, typename Form>
-Json List(const std::vector<Entry>& entries, Form form) {
-    Json list = Json::array();
-    for (const Entry& entry : entries)
-        list.push_back(form(entry));
-    return list;
-}
-
 }  // namespace
 
 Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device) {
+    const MemoryImage& image = inspection.Image;
     Json facts{{"lines", inspection.Lines},
                {"dataRecords", inspection.DataRecords},
-               {"linesBehindEnd", inspection.LinesBehindEnd},
+               {"linesBehindEnd", inspection.LinesAfterEnd},
                {"loadable", !inspection.Refusal},
-               {"refusedAtLine", inspection.Refusal ? inspection.Refusal->Line : 0},
-               {"wordAddressed", inspection.WordAddressed}};
-    facts["places"] = List(inspection.Uses, UseFacts);
-    facts["outsideBlank"] = inspection.OutsideBlank;
-    facts["checksum"] = ProgramChecksum(inspection.Image, device.ProgramWords);
+               {"refusedAtLine", inspection.Refusal ? inspection.Refusal->Finding.Line : 0},
+               {"wordAddressed", inspection.WordAddressed},
+               {"places", Json::array()},
+               {"outsideBlank", inspection.OutsideBlank},
+               {"checksum", ProgramChecksum(image, device.ProgramWords)}};
+    for (const HexUse& use : inspection.Uses)
+        facts["places"].push_back(UseFacts(use));
     if (inspection.Use(HexPlace::ConfigurationWord))
-        facts["configurationWord"] = WordAt(inspection.Image, MemoryImage::ConfigurationWord);
+        facts["configurationWord"] = WordAt(image, MemoryImage::ConfigurationWord);
     if (inspection.Use(HexPlace::AssemblerConfigurationWord))
-        facts["assemblerConfigurationWord"] =
-            WordAt(inspection.Image, AssemblerConfigurationAddress);
-    facts["ignored"] = List(inspection.Ignored, [](const HexIgnored& ignored) {
-        return Json{{"line", ignored.Line},
-                    {"type", ignored.Type},
-                    {"value", ignored.Value},
-                    {"shiftsAddresses", ignored.ShiftsAddresses}};
-    });
-    facts["overlaps"] = List(inspection.Overlaps, [](const HexOverlap& overlap) {
-        return Json{{"line", overlap.Line},
-                    {"earlierLine", overlap.EarlierLine},
-                    {"bytes", RangeFacts(overlap.Range)},
-                    {"same", overlap.SameBytes}};
-    });
-    facts["malformedTotal"] = inspection.FindingsTotal;
-    facts["malformed"] = List(inspection.Findings, [](const HexFinding& finding) {
-        return Json{{"line", finding.Line},
-                    {"column", finding.Column},
-                    {"wrong", finding.Wrong},
-                    {"remedy", finding.Remedy}};
-    });
+        facts["assemblerConfigurationWord"] = WordAt(image, AssemblerConfigurationAddress);
+
+    const auto list = [&](const std::string& name, Kind first, Kind last, auto factsOf) {
+        facts[name + "Total"] = inspection.Findings.Total(first, last);
+        Json& entries = facts[name] = Json::array();
+        for (const HexFinding& finding : inspection.Findings.Kept())
+            if (finding.Kind >= first && finding.Kind <= last)
+                entries.push_back(factsOf(finding));
+    };
+    list("ignored", Kind::ExtendedSegmentAddress, Kind::StartLinearAddress, IgnoredFacts);
+    list("overlaps", Kind::Overlap, Kind::Overlap, OverlapFacts);
+    list("malformed", Kind::EmptyLine, Kind::NoEndRecord, MalformedFacts);
     return facts;
 }
 

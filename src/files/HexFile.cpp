@@ -3,39 +3,34 @@
 #include <algorithm>
 
 #include "core/TextFile.hpp"
-#include "files/LineReader.hpp"
 
 namespace Tamber {
+
+std::string_view HexFailureText(HexFault fault) {
+    switch (fault) {
+        case HexFault::ChecksumError:
+            return "Checksum Error in hex file!";
+        case HexFault::NoEndRecord:
+            return "No end record in hex file!";
+        default:
+            return {};
+    }
+}
 
 tl::expected<HexRecordTable, HexFailure> ReadHexRecords(std::string_view text) {
     HexRecordTable table;
     table.reserve(std::min<std::size_t>(text.size() / 40 + 1, HexRecordTableMax));
     LineReader lines(text);
-    int lineNumber = 1;
-    const auto failed = [&](HexFault fault) {
-        return tl::unexpected(HexFailure{fault, lineNumber, {}});
-    };
-    for (; !lines.AtEnd(); ++lineNumber) {
-        if (lineNumber > HexRecordTableMax)
-            return failed(HexFault::TooManyLines);
-        const std::string_view line = lines.Next();
-        // Cut off before its record type is whole, a line cannot be told from a shorter one of
-        // another type.
-        if (lines.Unfinished() && line.size() < HexRecord::TypeEnd)
-            return failed(HexFault::NoEndRecord);
-        HexRecord& record = table.emplace_back();
-        if (!ParseHexRecord(line, record))
-            return failed(HexFault::AddressError);
+    while (!lines.AtEnd()) {
+        const HexRecord& record = table.emplace_back(lines);
+        if (record.Fault)
+            return tl::unexpected(HexFailure{*record.Fault, lines.Number(), {}});
         if (record.Type == HexRecord::EndType) {
             table.pop_back();
             return table;
         }
-        if (record.Type == HexRecord::DataType && record.ByteCount > HexRecord::DataMax)
-            return failed(HexFault::TooManyBytes);
-        if (!record.ChecksumGood)
-            return failed(HexFault::ChecksumError);
     }
-    return failed(HexFault::NoEndRecord);
+    return tl::unexpected(HexFailure{HexFault::NoEndRecord, lines.Number() + 1, {}});
 }
 
 void CopyRecords(const HexRecordTable& table, MemoryImage& image) {

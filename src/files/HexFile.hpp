@@ -11,16 +11,6 @@
 
 namespace Tamber {
 
-/// Why an Intel HEX file cannot be loaded.
-enum class HexFault {
-    ChecksumError,   ///< a line before the end record does not sum to 0
-    NoEndRecord,     ///< the file ended without one, be it in the middle of a line
-    AddressError,    ///< a line whose address field does not read as a number
-    TooManyBytes,    ///< a data record of more than HexRecord::DataMax bytes
-    TooManyLines,    ///< more than HexRecordTableMax lines up to and with the end record
-    FileUnreadable,  ///< the file cannot be opened or read
-};
-
 struct HexFailure {
     HexFault Fault = HexFault::FileUnreadable;
     int Line = 0;        ///< 1-based; 0 where no line is to blame
@@ -29,18 +19,20 @@ struct HexFailure {
     bool operator==(const HexFailure&) const = default;
 };
 
+/// What the user is told about a load that failed, and the title over it. The text is empty for the
+/// failures that end a load quietly.
+std::string_view HexFailureText(HexFault fault);
+constexpr char HexFailureTitle[] = "File Load Error";
+
 /// The most bytes that a HEX file may have: far above 10,000 lines of any sense.
 constexpr std::size_t HexFileSizeMax = 64 << 20;
-
-/// The most lines that a HEX file may have, the end record's included.
-constexpr int HexRecordTableMax = 10'000;
 
 /// The lines of a HEX file before its end record, in file order. The records look into the text
 /// they were read from.
 using HexRecordTable = std::vector<HexRecord>;
 
-/// Reads and checks a HEX file's text up to its end record; what stands behind that is not looked
-/// at. Lines end in CR LF, LF or CR.
+/// Reads and checks a HEX file's text up to its end record; what follows that is not looked at.
+/// Lines end in CR LF, LF or CR.
 [[nodiscard]] tl::expected<HexRecordTable, HexFailure> ReadHexRecords(std::string_view text);
 
 /// Stores the data records, in order, at their addresses; every other byte keeps its value. Record

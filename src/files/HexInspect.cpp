@@ -1,112 +1,140 @@
 #include "files/HexInspect.hpp"
 
 #include <algorithm>
-#include <utility>
+#include <array>
 
-#include "files/HexContent.hpp"
-#include "files/HexWordAddressed.hpp"
-#include "files/LineReader.hpp"
+#include "files/HexWordAddressing.hpp"
 
 namespace Tamber {
 namespace {
 
 constexpr int FirstIgnoredType = 2;
 constexpr int LastIgnoredType = 5;
-constexpr int Places = static_cast<int>(HexPlace::Outside) + 1;
+constexpr std::size_t Places = static_cast<std::size_t>(HexPlace::Outside) + 1;
 
-struct NumberedRecord {
-    HexRecord Record;
-    int Line = 0;
+using Kind = HexFindingKind;
+using Severity = HexSeverity;
+
+class Inspector {
+  public:
+    Inspector(HexInspection& inspection, const DeviceRecord& device)
+        : inspection_(inspection), device_(device), owners_(MemoryImage::Size, 0) {}
+
+    void Walk(std::string_view text);
+    void FindUses();
+
+  private:
+    void Take(const HexRecord& record, int line);
+    void Report(HexFinding finding, int line, std::optional<HexFault> fault);
+    void NoteIgnored(const HexRecord& record, int line);
+    void Store(const HexRecord& record, int line);
+
+    HexInspection& inspection_;
+    const DeviceRecord& device_;
+    HexWordAddressing wordAddressing_;
+    std::vector<int> owners_;  // the line that stored each byte; 0: none
 };
 
-// The lines up to the end record, and what is readable of them.
-struct Lines {
-    std::vector<std::string_view> Texts;
-    std::vector<NumberedRecord> Records;
-};
-
-Lines TakeApart(std::string_view text, HexInspection& inspection) {
-    Lines lines;
-    LineReader reader(text);
+void Inspector::Walk(std::string_view text) {
+    LineReader lines(text);
     bool ended = false;
-    while (!reader.AtEnd()) {
-        const std::string_view line = reader.Next();
-        if (ended) {
-            ++inspection.LinesBehindEnd;
-            continue;
-        }
-        lines.Texts.push_back(line);
-        const bool cut = reader.Unfinished() && line.size() < HexRecord::TypeEnd;
-        HexRecord record;
-        if (cut || !ParseHexRecord(line, record))
-            continue;
-        lines.Records.push_back({record, static_cast<int>(lines.Texts.size())});
+    while (!lines.AtEnd() && !ended) {
+        const HexRecord record(lines);
+        Take(record, lines.Number());
         ended = record.Type == HexRecord::EndType;
     }
-    inspection.Lines = static_cast<int>(lines.Texts.size());
-    return lines;
-}
-
-bool Readable(const HexRecord& record) {
-    return record.Type == HexRecord::DataType && record.ChecksumGood &&
-           record.ByteCount <= HexRecord::DataMax;
-}
-
-HexUnit UnitOf(const Lines& lines) {
-    std::vector<HexRecord> data;
-    for (const auto& [record, number] : lines.Records)
-        if (Readable(record))
-            data.push_back(record);
-    return UnitOfRecords(data);
-}
-
-void AddFinding(HexInspection& inspection, HexFinding finding, int line) {
-    finding.Line = line;
-    if (++inspection.FindingsTotal <= HexInspection::FindingsMax)
-        inspection.Findings.push_back(std::move(finding));
-}
-
-void CheckLines(const Lines& lines, HexUnit unit, HexInspection& inspection) {
-    for (std::size_t index = 0; index < lines.Texts.size(); ++index)
-        if (auto finding = CheckHexLine(lines.Texts[index], unit == HexUnit::Words))
-            AddFinding(inspection, std::move(*finding), static_cast<int>(index) + 1);
-    if (inspection.Refusal && inspection.Refusal->Fault == HexFault::TooManyLines)
-        AddFinding(inspection,
-                   {0, 0, "The file has more than " + std::to_string(HexRecordTableMax) + " lines.",
-                    "Have it written with longer records; 16 bytes a record is common."},
-                   HexRecordTableMax + 1);
-    const bool ended =
-        !lines.Records.empty() && lines.Records.back().Record.Type == HexRecord::EndType;
+    inspection_.Lines = lines.Number();
     if (!ended)
-        AddFinding(inspection,
-                   {0, 0, "The file has no end record.",
-                    "It may have been cut off; have it made or copied again. The last line of a "
-                    "whole file is :00000001FF."},
-                   static_cast<int>(lines.Texts.size()) + 1);
+        Report({.Kind = Kind::NoEndRecord}, lines.Number() + 1, HexFault::NoEndRecord);
+    while (!lines.AtEnd())
+        lines.Next();
+    inspection_.LinesAfterEnd = lines.Number() - inspection_.Lines;
+    if (inspection_.LinesAfterEnd > 0)
+        inspection_.Findings.Add({.Kind = Kind::LinesAfterEnd,
+                                  .Severity = Severity::Note,
+                                  .Found = inspection_.LinesAfterEnd});
+    inspection_.WordAddressed = wordAddressing_.Found();
+    if (wordAddressing_.CountsWords())
+        inspection_.Findings.Drop(Kind::WordCount);
 }
 
-HexIgnored Ignored(const HexRecord& record, int line) {
-    HexIgnored ignored{line, record.Type, 0, false};
-    for (int index = 0; index < std::min<int>(record.ByteCount, 4); ++index)
-        ignored.Value = ignored.Value << 8 | record.Data[static_cast<std::size_t>(index)];
-    ignored.ShiftsAddresses = record.Type % 2 == 0 && ignored.Value != 0;
-    return ignored;
+void Inspector::Take(const HexRecord& record, int line) {
+    if (line == HexRecordTableMax + 1)
+        Report({.Kind = Kind::TooManyLines}, line, HexFault::TooManyLines);
+    if (const auto finding = CheckHexLine(record))
+        Report(*finding, line, record.Fault);
+    if (record.HoldsData())
+        Store(record, line);
+    else if (record.Type >= FirstIgnoredType && record.Type <= LastIgnoredType)
+        NoteIgnored(record, line);
 }
 
-MemoryImage BlankImage(const DeviceRecord& device) {
-    MemoryImage image;
-    image.ClearProgramMemory(device.TypeCode);
-    image.ClearEeprom();
-    image.ClearConfiguration();
-    return image;
+void Inspector::Report(HexFinding finding, int line, std::optional<HexFault> fault) {
+    finding.Line = line;
+    finding.Severity = fault ? Severity::Refused : Severity::Malformed;
+    if (fault && !inspection_.Refusal)
+        inspection_.Refusal = HexRefusal{*fault, finding};
+    inspection_.Findings.Add(finding);
 }
 
-bool Blank(const MemoryImage& image, const HexUse& use, const MemoryImage& blank) {
-    for (const HexRange& range : use.Ranges)
-        for (int address = range.First; address <= range.Last; ++address)
-            if (image.Byte(address) != blank.Byte(address) && image.Byte(address) != 0xFF)
-                return false;
-    return true;
+void Inspector::NoteIgnored(const HexRecord& record, int line) {
+    constexpr int valueBytes = 4;
+    std::uint32_t value = 0;
+    for (int index = 0; index < std::min<int>(record.ByteCount, valueBytes); ++index)
+        value = value << 8 | record.Data[static_cast<std::size_t>(index)];
+    const int kind =
+        static_cast<int>(Kind::ExtendedSegmentAddress) + record.Type - FirstIgnoredType;
+    const bool shiftsAddresses = record.Type % 2 == 0 && value != 0;
+    inspection_.Findings.Add({.Kind = static_cast<Kind>(kind),
+                              .Severity = shiftsAddresses ? Severity::Harmful : Severity::Note,
+                              .Line = line,
+                              .Found = value});
+}
+
+void Inspector::Store(const HexRecord& record, int line) {
+    ++inspection_.DataRecords;
+    wordAddressing_.Add(record);
+    HexFinding run;  // of bytes that one earlier line, or none, has stored
+    const auto endRun = [&] {
+        if (run.EarlierLine != 0)
+            inspection_.Findings.Add(run);
+    };
+    for (int address = record.Address; address < record.Address + record.ByteCount; ++address) {
+        const std::uint8_t value = record.Data[static_cast<std::size_t>(address - record.Address)];
+        int& owner = owners_[static_cast<std::size_t>(address)];
+        if (owner != run.EarlierLine) {
+            endRun();
+            run = {.Kind = Kind::Overlap,
+                   .Severity = Severity::Note,
+                   .Line = line,
+                   .Bytes = {address, address},
+                   .EarlierLine = owner};
+        }
+        run.Bytes.Last = address;
+        if (inspection_.Image.Byte(address) != value)
+            run.Severity = Severity::Harmful;
+        owner = line;
+        inspection_.Image.SetByte(address, value);
+    }
+    endRun();
+}
+
+void Inspector::FindUses() {
+    const MemoryImage blank = BlankImage(device_);
+    std::array<HexUse, Places> uses;
+    for (int address = 0; address < MemoryImage::Size; ++address) {
+        if (owners_[static_cast<std::size_t>(address)] == 0)
+            continue;
+        const HexPlace place = PlaceOf(address, device_);
+        HexUse& use = uses[static_cast<std::size_t>(place)];
+        use.Place = place;
+        use.Add(address);
+        const std::uint8_t value = inspection_.Image.Byte(address);
+        if (place == HexPlace::Outside && value != blank.Byte(address) && value != 0xFF)
+            inspection_.OutsideBlank = false;
+    }
+    std::ranges::copy_if(uses, std::back_inserter(inspection_.Uses),
+                         [](const HexUse& use) { return use.Words > 0; });
 }
 
 }  // namespace
@@ -119,30 +147,18 @@ const HexUse* HexInspection::Use(HexPlace place) const {
 HexInspection InspectHexText(std::string_view text, const DeviceRecord& device) {
     HexInspection inspection;
     inspection.Image = BlankImage(device);
-    if (const auto records = ReadHexRecords(text); !records)
-        inspection.Refusal = records.error();
-
-    const Lines lines = TakeApart(text, inspection);
-    const HexUnit unit = UnitOf(lines);
-    inspection.WordAddressed = unit != HexUnit::Bytes;
-    CheckLines(lines, unit, inspection);
-
-    HexContent content(inspection);
-    for (const auto& [record, line] : lines.Records) {
-        if (Readable(record)) {
-            ++inspection.DataRecords;
-            content.Store(record, line);
-        } else if (record.Type >= FirstIgnoredType && record.Type <= LastIgnoredType) {
-            inspection.Ignored.push_back(Ignored(record, line));
-        }
-    }
-    const HexPlaceMap map(device);
-    for (int place = 0; place < Places; ++place)
-        if (HexUse use = content.UseOf(static_cast<HexPlace>(place), map); use.Words > 0)
-            inspection.Uses.push_back(std::move(use));
-    if (const HexUse* outside = inspection.Use(HexPlace::Outside))
-        inspection.OutsideBlank = Blank(inspection.Image, *outside, BlankImage(device));
+    Inspector inspector(inspection, device);
+    inspector.Walk(text);
+    inspector.FindUses();
     return inspection;
+}
+
+MemoryImage BlankImage(const DeviceRecord& device) {
+    MemoryImage image;
+    image.ClearProgramMemory(device.TypeCode);
+    image.ClearEeprom();
+    image.ClearConfiguration();
+    return image;
 }
 
 }  // namespace Tamber

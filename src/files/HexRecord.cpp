@@ -7,10 +7,9 @@
 namespace Tamber {
 namespace {
 
-// Where the address and the data begin, counted from 0: behind ":", byte count, address and record
-// type.
+// Where fields begin, counted from 0.
 constexpr std::size_t AddressIndex = 3;
-constexpr std::size_t DataIndex = 9;
+constexpr std::size_t TypeIndex = 7;
 
 // The value of two characters by their leading digits.
 std::uint8_t PairValue(char first, char second) {
@@ -39,39 +38,41 @@ std::int32_t FourDigits(std::string_view line, std::size_t index) {
 
 }  // namespace
 
-bool ParseHexRecord(std::string_view line, HexRecord& record) {
-    if (line.size() < HexRecord::LengthMin)
-        return false;
-    record.Address = FourDigits(line, AddressIndex);
-    if (record.Address < 0)
-        return false;
-    record.Line = line;
-    record.ByteCount = PairValue(line[1], line[2]);
-    record.Type = line.size() > 7 ? PairValue(line, 7) : std::uint8_t{0};
-    record.Checksum = PairValue(line[line.size() - 2], line[line.size() - 1]);
+std::optional<HexFault> HexRecord::TakeApart() {
+    if (Line.size() < TypeIndex)
+        return HexFault::AddressError;
+    Address = FourDigits(Line, AddressIndex);
+    if (Address < 0)
+        return HexFault::AddressError;
+    ByteCount = PairValue(Line[1], Line[2]);
+    Type = Line.size() > TypeIndex ? PairValue(Line, TypeIndex) : std::uint8_t{0};
+    Checksum = PairValue(Line[Line.size() - 2], Line[Line.size() - 1]);
 
     // The pairs that lie wholly before the last character count into the sum: on a well-formed line
     // all but the checksum itself.
-    unsigned sum = record.Checksum;
-    sum += static_cast<unsigned>(record.ByteCount);
-    sum += static_cast<unsigned>(record.Address >> 8);
-    if (line.size() > 7)
-        sum += static_cast<unsigned>(record.Address & 0xFF);
-    if (line.size() > 9)
-        sum += static_cast<unsigned>(record.Type);
-    const auto dataBytes =
-        static_cast<std::size_t>(std::min<int>(record.ByteCount, HexRecord::DataMax));
-    const std::string_view digits = line.substr(std::min(DataIndex, line.size()));
+    auto sum = static_cast<std::uint8_t>(Checksum + ByteCount + (Address >> 8));
+    const auto add = [&](int value) { sum = static_cast<std::uint8_t>(sum + value); };
+    if (Line.size() > TypeIndex)
+        add(Address);
+    if (Line.size() > DataIndex)
+        add(Type);
+    const auto dataBytes = static_cast<std::size_t>(std::min<int>(ByteCount, DataMax));
+    const std::string_view digits = Line.substr(std::min(DataIndex, Line.size()));
     const std::size_t pairs = digits.empty() ? 0 : (digits.size() - 1) / 2;
     const std::size_t dataPairs = std::min(pairs, dataBytes);
     for (std::size_t pair = 0; pair < dataPairs; ++pair)
-        sum += record.Data[pair] = PairValue(digits[2 * pair], digits[2 * pair + 1]);
+        add(Data[pair] = PairValue(digits[2 * pair], digits[2 * pair + 1]));
     for (std::size_t pair = dataPairs; pair < pairs; ++pair)
-        sum += PairValue(digits[2 * pair], digits[2 * pair + 1]);
+        add(PairValue(digits[2 * pair], digits[2 * pair + 1]));
     if (pairs < dataBytes && 2 * pairs < digits.size())
-        record.Data[pairs] = PairValue(digits, 2 * pairs);
-    record.ChecksumGood = sum % 256 == 0;
-    return true;
+        Data[pairs] = PairValue(digits, 2 * pairs);
+    ChecksumGood = sum == 0;
+
+    if (Type == DataType && ByteCount > DataMax)
+        return HexFault::TooManyBytes;
+    if (!ChecksumGood && Type != EndType)
+        return HexFault::ChecksumError;
+    return std::nullopt;
 }
 
 }  // namespace Tamber

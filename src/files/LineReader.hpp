@@ -21,12 +21,16 @@ class LineReader {
     /// The line read last reached the end of the text without a line end.
     bool Unfinished() const { return unfinished_; }
 
+    /// The number of that line, from 1; 0 before the first.
+    int Number() const { return number_; }
+
     std::string_view Next() {
         lineFeed_ = Find('\n', lineFeed_);
         carriageReturn_ = Find('\r', carriageReturn_);
         const std::size_t end = std::min(lineFeed_, carriageReturn_);
         const std::string_view line = text_.substr(next_, end - next_);
         unfinished_ = end == text_.size();
+        ++number_;
         next_ = end + (text_.substr(end).starts_with("\r\n") ? 2 : 1);
         return line;
     }
@@ -40,6 +44,7 @@ class LineReader {
     std::size_t next_ = 0;
     std::size_t lineFeed_;
     std::size_t carriageReturn_;
+    int number_ = 0;
     bool unfinished_ = false;
 };
 

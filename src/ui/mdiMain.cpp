@@ -9,7 +9,6 @@
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
-#include "files/HexFailure.hpp"
 #include "files/HexFile.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
