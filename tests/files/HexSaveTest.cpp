@@ -1,3 +1,4 @@
+#include <limits>
 #include <random>
 #include <sstream>
 
@@ -49,22 +50,12 @@ TEST(HexSave, ABlankImageIsWrittenInFullForADeviceWithoutProgramMemoryOrEeprom) 
 
 TEST(HexSave, WhatIsSavedLoadsBackAndNoAddressComesTwice) {
     std::mt19937 random(20240229);
-    const struct {
-        int words, programBytes;
-    } table[] = {{-1, 0},
-                 {0, 0},
-                 {1, 16},
-                 {7, 16},
-                 {8, 16},
-                 {12, 32},
-                 {1024, 2048},
-                 {8191, 0x4000},
-                 {8192, 0x4000},
-                 {8193, 0x4000},
-                 {32'768, 0x4000},
-                 {2147483647, 0x4000},
-                 {-2147483647 - 1, 0}};
-    for (const auto& row : table) {
+    constexpr int least = std::numeric_limits<int>::min();
+    constexpr int most = std::numeric_limits<int>::max();
+    const std::map<int, int> programBytes{
+        {least, 0}, {-1, 0},      {0, 0},         {1, 16},        {7, 16},        {8, 16},
+        {12, 32},   {1024, 2048}, {8191, 0x4000}, {8192, 0x4000}, {8193, 0x4000}, {most, 0x4000}};
+    for (const auto& [words, bytes] : programBytes) {
         MemoryImage image;
         MemoryImage loaded;
         for (int index = 0; index < MemoryImage::Size; ++index) {
@@ -72,28 +63,18 @@ TEST(HexSave, WhatIsSavedLoadsBackAndNoAddressComesTwice) {
             loaded.SetByte(index, 0xA5);
         }
         MemoryImage expected = loaded;
-        expected.Store(0, image.Bytes(0, row.programBytes));
+        expected.Store(0, image.Bytes(0, bytes));
         expected.Store(0x4000, image.Bytes(0x4000, 16));
         expected.Store(0x4200, image.Bytes(0x4200, 512));
 
         const TestFolder folder;
-        EXPECT_TRUE(SaveHexFile(folder / "image.hex", image, row.words));
-        EXPECT_TRUE(LoadHexFile(folder / "image.hex", loaded)) << row.words;
-        EXPECT_TRUE(loaded == expected) << row.words;
+        ASSERT_TRUE(SaveHexFile(folder / "image.hex", image, words));
+        ASSERT_TRUE(LoadHexFile(folder / "image.hex", loaded)) << words;
+        EXPECT_TRUE(loaded == expected) << words;
         EXPECT_EQ(std::filesystem::file_size(folder / "image.hex"),
-                  static_cast<std::size_t>(row.programBytes / 16 + 1 + 32) * 45 + 13)
-            << row.words;
+                  static_cast<std::size_t>(bytes / 16 + 1 + 32) * 45 + 13)
+            << words;
     }
-}
-
-TEST(HexSave, ASaveThatFailsLeavesWhatWasThere) {
-    const TestFolder folder;
-    std::filesystem::create_directory(folder / "image.hex");
-    EXPECT_EQ(SaveHexFile(folder / "image.hex", MemoryImage(), 8).error(), "Is a directory");
-    EXPECT_EQ(SaveHexFile(folder / "none/image.hex", MemoryImage(), 8).error(),
-              "No such file or directory");
-    EXPECT_FALSE(SaveHexFile({}, MemoryImage(), 8));
-    EXPECT_EQ(folder.Files().size(), 1u);
 }
 
 }  // namespace
