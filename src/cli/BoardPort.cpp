@@ -1,52 +1,125 @@
 #include "cli/BoardPort.hpp"
 
+#include <algorithm>
+#include <charconv>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <utility>
 
-#include "cli/PortChoice.hpp"
-#include "cli/SimulatedSerialControl.hpp"
 #include "cli/TracedSerialControl.hpp"
+#include "core/TextFile.hpp"
+#include "platform/PortPath.hpp"
+#include "simulator/BoardEngine.hpp"
+#include "simulator/HexFile.hpp"
 
 namespace Tamber::Cli {
+namespace {
+
+using FileResult = tl::expected<void, std::string>;
+
+// The board knows the types "a" to "z".
+constexpr int TypeCodeMax = 26;
+
+Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
+    return {std::clamp<int>(device.TypeCode, 1, TypeCodeMax),
+            std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax),
+            std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax)};
+}
+
+std::optional<int> Number(const std::string& text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || rest != end)
+        return std::nullopt;
+    return number;
+}
+
+Failure Unusable(const std::filesystem::path& file, const std::string& reason) {
+    return {ExitStatus::FileUnusable, file.string() + ": " + reason};
+}
+
+}  // namespace
+
+// A simulated board inside the program, where a port would be. It answers at once.
+class BoardPort::SimulatedControl final : public SerialControl {
+  public:
+    SimulatedControl(const DeviceRecord& device, Simulator::BoardClock clock)
+        : engine_(std::move(clock), ShapeOf(device)) {}
+
+    // A file that does not exist leaves the device blank.
+    FileResult LoadSocket(const std::filesystem::path& file) {
+        std::error_code error;
+        if (!std::filesystem::exists(file, error))
+            return {};
+        return ReadTextFile(file).and_then([this](const std::string& text) -> FileResult {
+            std::istringstream stream(text);
+            if (const auto fault = Simulator::LoadHex(stream, engine_.Memory()))
+                return tl::unexpected("line " + std::to_string(fault->line) + ": " + fault->cause);
+            return {};
+        });
+    }
+
+    FileResult SaveSocket(const std::filesystem::path& file) const {
+        std::ostringstream text;
+        Simulator::SaveHex(text, engine_.Memory());
+        return ReplaceTextFile(file, text.str());
+    }
+
+    FileResult PortOpen(const std::filesystem::path&) override { return {}; }
+    void Output(std::span<const std::uint8_t> bytes) override {
+        engine_.Receive(bytes);
+        engine_.Take(received_);
+    }
+    int InBufferCount() override { return static_cast<int>(received_.size()); }
+    void Input(std::vector<std::uint8_t>& bytes) override { bytes = std::exchange(received_, {}); }
+
+  private:
+    Simulator::BoardEngine engine_;
+    std::vector<std::uint8_t> received_;
+};
 
 BoardPort::BoardPort(Context& context) : context_(context), start_(context.Host.Now()) {}
 
 BoardPort::~BoardPort() = default;
 
 Outcome BoardPort::Make() {
-    if (context_.Asked.Simulate) {
-        if (auto outcome = MakeSimulated(); !outcome.Done())
-            return outcome;
-    } else {
-        const PortChoice choice = ChoosePort(context_.Asked.Port, context_.Program);
-        name_ = choice.Path.string();
-        commPort_ = choice.CommPort;
-        path_ = choice.Path;
-        control_ = context_.Host.NewSerialControl();
-    }
+    Outcome made;
+    if (context_.Asked.Simulate)
+        made = MakeSimulated();
+    else
+        ChoosePort();
     context_.Facts["port"] = name_;
-    return context_.Asked.Trace.empty() ? Outcome{} : AddTrace();
+    return made && !context_.Asked.Trace.empty() ? AddTrace() : made;
+}
+
+void BoardPort::ChoosePort() {
+    const std::string& asked = context_.Asked.Port;
+    commPort_ = asked.empty() ? context_.Program.settings.CommPortNumber : Number(asked);
+    path_ =
+        commPort_ ? PortPath(context_.Program.AppPath, *commPort_) : std::filesystem::path(asked);
+    name_ = path_.string();
+    control_ = context_.Host.NewSerialControl();
 }
 
 Outcome BoardPort::MakeSimulated() {
     name_ = "the simulated board";
-    auto simulated = std::make_unique<SimulatedSerialControl>(context_.Device(),
-                                                              [this] { return SinceStart(); });
+    auto simulated =
+        std::make_unique<SimulatedControl>(context_.Device(), [this] { return SinceStart(); });
     simulated_ = simulated.get();
     control_ = std::move(simulated);
     const std::filesystem::path& socket = context_.Asked.Socket;
-    if (!socket.empty())
-        if (const auto loaded = simulated_->LoadSocket(socket); !loaded)
-            return Failed(ExitStatus::FileUnusable, socket.string() + ": " + loaded.error());
-    return {};
+    if (socket.empty())
+        return {};
+    return simulated_->LoadSocket(socket).map_error(
+        [&](const std::string& reason) { return Unusable(socket, reason); });
 }
 
 Outcome BoardPort::AddTrace() {
     trace_ = std::make_unique<std::ofstream>(context_.Asked.Trace);
     if (!*trace_)
-        return Failed(ExitStatus::FileUnusable,
-                      context_.Asked.Trace.string() + ": cannot be written.");
+        return tl::unexpected(Unusable(context_.Asked.Trace, "cannot be written."));
     control_ = std::make_unique<TracedSerialControl>(
         std::move(control_), [this] { return SinceStart(); },
         [this](const std::string& line) { *trace_ << line << std::endl; });
@@ -57,9 +130,8 @@ Outcome BoardPort::SaveSocket() const {
     const std::filesystem::path& socket = context_.Asked.Socket;
     if (!simulated_ || socket.empty())
         return {};
-    if (const auto saved = simulated_->SaveSocket(socket); !saved)
-        return Failed(ExitStatus::FileUnusable, socket.string() + ": " + saved.error());
-    return {};
+    return simulated_->SaveSocket(socket).map_error(
+        [&](const std::string& reason) { return Unusable(socket, reason); });
 }
 
 }  // namespace Tamber::Cli

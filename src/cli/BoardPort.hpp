@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -9,9 +10,7 @@
 
 namespace Tamber::Cli {
 
-class SimulatedSerialControl;
-
-/// The port that the arguments ask for, or the simulated board in its place, and the trace of it.
+/// The port that the arguments ask for, or the simulated board in its place, and its trace.
 class BoardPort {
   public:
     explicit BoardPort(Context& context);
@@ -29,10 +28,13 @@ class BoardPort {
     const std::string& Name() const { return name_; }
     const std::filesystem::path& Path() const { return path_; }
 
-    /// Puts the simulated socket's contents where the arguments want them.
+    /// Writes the contents of the simulated socket where the arguments want them.
     [[nodiscard]] Outcome SaveSocket() const;
 
   private:
+    class SimulatedControl;
+
+    void ChoosePort();
     [[nodiscard]] Outcome MakeSimulated();
     [[nodiscard]] Outcome AddTrace();
     std::chrono::microseconds SinceStart() const { return context_.Host.Now() - start_; }
@@ -43,7 +45,7 @@ class BoardPort {
     std::filesystem::path path_;
     std::optional<int> commPort_;
     std::unique_ptr<std::ostream> trace_;
-    SimulatedSerialControl* simulated_ = nullptr;
+    SimulatedControl* simulated_ = nullptr;
     std::unique_ptr<SerialControl> control_;
 };
 

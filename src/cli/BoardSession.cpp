@@ -1,8 +1,11 @@
 #include "cli/BoardSession.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <chrono>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "link/BoardIdentity.hpp"
 #include "operations/DeviceFunctions.hpp"
@@ -10,49 +13,31 @@
 namespace Tamber::Cli {
 namespace {
 
-// Behind an identification nothing may follow for this long.
+// No byte may follow an identification for this long.
 constexpr std::chrono::milliseconds Silence(20);
 
 constexpr char LostText[] = "The port went away.";
 
 }  // namespace
 
-BoardSession::BoardSession(Context& context)
-    : context_(context),
-      display_(context.Screen, [this] { return StopRequested(); }),
-      boxes_(context.Screen),
-      port_(context) {}
-
-bool BoardSession::RanLast(FunctionCode function) const {
-    return !display_.Reports().empty() && display_.Reports().back().Function == function;
-}
-
-bool BoardSession::Ended() const {
-    return context_.Host.Interrupted() || port_.Control().PortLost();
-}
-
-bool BoardSession::StopRequested() const {
-    return Ended() || (running_ && running_->DeviceFault);
-}
+BoardSession::BoardSession(Context& context) : context_(context), port_(context) {}
 
 Outcome BoardSession::Open() {
-    if (auto outcome = port_.Make(); !outcome.Done())
+    if (auto outcome = port_.Make(); !outcome)
         return outcome;
     totmr_ = context_.Host.NewTimer();
     tmrWait_ = context_.Host.NewTimer();
     link_.emplace(context_.Program.link, port_.Control(), *totmr_, context_.Host.Events());
-    if (auto outcome = OpenPort(); !outcome.Done())
-        return outcome;
-    return Identify();
+    return OpenPort().and_then([this] { return Identify(); });
 }
 
 Outcome BoardSession::OpenPort() {
-    const auto opened = link_->OpenPort(port_.Path());
-    if (opened)
-        return {};
-    const std::string text =
-        port_.CommPort() ? PortFailureText(*port_.CommPort(), opened.error()) : opened.error();
-    return Failed(ExitStatus::PortNotOpened, std::string(PortFailureTitle) + ": " + text);
+    return link_->OpenPort(port_.Path()).map_error([this](const std::string& reason) {
+        const auto commPort = port_.CommPort();
+        return Failure{ExitStatus::PortNotOpened,
+                       fmt::format("{}: {}", PortFailureTitle,
+                                   commPort ? PortFailureText(*commPort, reason) : reason)};
+    });
 }
 
 Outcome BoardSession::Identify() {
@@ -65,68 +50,102 @@ Outcome BoardSession::Identify() {
         return Failed(ExitStatus::BoardSilent, LostText);
     if (!context_.Program.link.ProgrammerFound) {
         const int came = port_.Control().InBufferCount();
-        const std::string what = came == 0 ? "Nothing answers at " + port_.Name() + "."
-                                           : "At " + port_.Name() + ", " + std::to_string(came) +
-                                                 " bytes came in answer; a board sends " +
-                                                 std::to_string(IdentificationLength) + ".";
-        return Failed(ExitStatus::NoBoard, std::string(NoReplyTitle) + ": " + NoReplyText + "\n" +
-                                               what + "\nIs the board connected and switched on?");
+        const std::string what =
+            came == 0 ? fmt::format("Nothing answers at {}.", port_.Name())
+                      : fmt::format("At {}, {} bytes came in answer; a board sends {}.",
+                                    port_.Name(), came, IdentificationLength);
+        return Failed(ExitStatus::NoBoard,
+                      fmt::format("{}: {}\n{}\nIs the board connected and switched on?",
+                                  NoReplyTitle, NoReplyText, what));
     }
     const BoardIdentity& identity = context_.Program.link.Board;
     context_.Facts["board"] = {{"name", identity.Name}, {"version", identity.Version}};
     return {};
 }
 
-Outcome BoardSession::Run(std::int16_t functionCode, const Regions& regions) {
-    FunctionRun run(context_.Device(), context_.Program.image, context_.Program.autoSequence,
-                    *link_, *tmrWait_, context_.Host.Events(), boxes_, display_);
-    running_ = &run;
+Outcome BoardSession::Run(FunctionCode function, const Regions& regions) {
     link_->SelectDeviceType(context_.Device().TypeCode);
-    run.Run(functionCode, regions);
-    running_ = nullptr;
-    TellReports();
-    return OutcomeOf(run);
+    Outcome outcome = RunInto(context_.Program.image, function, regions);
+    auto& functions = context_.Facts["functions"];
+    functions = nlohmann::ordered_json::array();
+    for (const FunctionReport& report : reports_)
+        functions.push_back(
+            {{"name", FindFunction(report.Function)->Name}, {"lines", report.Lines}});
+    return outcome;
 }
 
 Outcome BoardSession::ReadQuietly(const Regions& regions, MemoryImage& image,
                                   const std::string& heading) {
-    BarDisplay display(context_.Screen, heading, [this] { return StopRequested(); });
+    quiet_ = true;
+    heading_ = heading;
+    return RunInto(image, FunctionRead, regions);
+}
+
+Outcome BoardSession::RunInto(MemoryImage& image, FunctionCode function, const Regions& regions) {
     FunctionRun run(context_.Device(), image, context_.Program.autoSequence, *link_, *tmrWait_,
-                    context_.Host.Events(), boxes_, display);
+                    context_.Host.Events(), *this, *this);
     running_ = &run;
-    run.Run(FunctionRead, regions);
+    run.Run(function, regions);
     running_ = nullptr;
     return OutcomeOf(run);
 }
 
-Outcome BoardSession::Silent() const {
-    return port_.Control().PortLost() ? Failed(ExitStatus::BoardSilent, LostText)
-                                      : Failed(ExitStatus::BoardSilent);
-}
-
-// A silent board comes first: what else went wrong, it made go wrong.
+// A silent board comes first: it has caused whatever else went wrong.
 Outcome BoardSession::OutcomeOf(const FunctionRun& run) const {
-    if (run.DeviceFault || port_.Control().PortLost())
-        return Silent();
+    if (port_.Control().PortLost())
+        return Failed(ExitStatus::BoardSilent, LostText);
+    if (run.DeviceFault)
+        return Failed(ExitStatus::BoardSilent);
     if (run.Stopped)
         return Failed(ExitStatus::Interrupted);
     if (run.ErrorFlag)
-        return Failed(RanLast(FunctionProgram)  ? ExitStatus::ProgrammingFailed
-                      : RanLast(FunctionVerify) ? ExitStatus::DifferencesFound
-                                                : ExitStatus::NotBlank);
-    const bool eraseRefused =
-        context_.Device().EraseSupported == 0 &&
-        std::ranges::find(display_.Reports(), FunctionErase, &FunctionReport::Function) !=
-            display_.Reports().end();
-    return eraseRefused ? Failed(ExitStatus::EraseUnavailable) : Outcome{};
+        return Failed(failed_ == FunctionProgram  ? ExitStatus::ProgrammingFailed
+                      : failed_ == FunctionVerify ? ExitStatus::DifferencesFound
+                                                  : ExitStatus::NotBlank);
+    const bool erased =
+        std::ranges::find(reports_, FunctionErase, &FunctionReport::Function) != reports_.end();
+    if (erased && context_.Device().EraseSupported == 0)
+        return Failed(ExitStatus::EraseUnavailable);
+    return {};
 }
 
-void BoardSession::TellReports() {
-    auto& functions = context_.Facts["functions"];
-    functions = nlohmann::ordered_json::array();
-    for (const FunctionReport& report : display_.Reports())
-        functions.push_back(
-            {{"name", FindFunction(report.Function)->Name}, {"lines", report.Lines}});
+void BoardSession::FunctionBegins(FunctionCode function) {
+    if (!quiet_)
+        reports_.push_back({function, {}});
+}
+
+void BoardSession::LineBegins(int, const std::string& text) {
+    if (quiet_)
+        return;
+    heading_ = text;
+    context_.Screen.ShowBar(heading_, 0);
+}
+
+void BoardSession::LineEnds(int, const std::string& text, const RegionResult& result) {
+    if (quiet_)
+        return;
+    heading_.clear();
+    reports_.back().Lines.push_back(text);
+    if (result.Outcome == RegionOutcome::Failed && !failed_)
+        failed_ = result.Function;
+    context_.Screen.Result(text, result.Outcome == RegionOutcome::Good ? Tone::Good : Tone::Bad);
+}
+
+void BoardSession::ProgressMoves(std::int16_t percent) {
+    if (!heading_.empty())
+        context_.Screen.ShowBar(heading_, percent);
+}
+
+bool BoardSession::StopRequested() {
+    return Ended() || running_->DeviceFault;
+}
+
+bool BoardSession::Ended() const {
+    return context_.Host.Interrupted() || port_.Control().PortLost();
+}
+
+void BoardSession::Show(const std::string& text, const std::string& title, BoxIcon) {
+    context_.Screen.Complain(title + ": " + text);
 }
 
 }  // namespace Tamber::Cli

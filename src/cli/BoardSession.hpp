@@ -2,57 +2,76 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "cli/BoardPort.hpp"
-#include "cli/Context.hpp"
-#include "cli/TerminalDisplay.hpp"
 #include "link/ProgrammerLink.hpp"
 #include "operations/FunctionRun.hpp"
 
 namespace Tamber::Cli {
 
-/// One visit to a board: the port is opened, the board identified, functions run. The port closes
-/// and the trace ends with the session.
-class BoardSession {
+/// One visit to a board: the port is opened, the board identified, functions run. A run shows a
+/// line for each region, and a bar while it lasts. The port closes and the trace ends with the
+/// session.
+class BoardSession : private FunctionDisplay, private MessageBoxes {
   public:
     explicit BoardSession(Context& context);
 
     /// Opens what the arguments ask for and has the board identify itself.
     [[nodiscard]] Outcome Open();
 
-    /// Tells the board the device type, then runs a function of the dialog's list and shows it.
-    [[nodiscard]] Outcome Run(std::int16_t functionCode, const Regions& regions);
+    /// Names the device type to the board, then runs a function of the dialog's list.
+    [[nodiscard]] Outcome Run(FunctionCode function, const Regions& regions);
 
-    /// Reads the device into `image`, with nothing but a bar behind `heading`.
+    /// Reads the device into `image`; shows nothing but a bar after `heading`.
     [[nodiscard]] Outcome ReadQuietly(const Regions& regions, MemoryImage& image,
                                       const std::string& heading);
 
-    /// Puts the socket's contents where the arguments want them. To be called when all is done.
+    /// Writes the contents of the simulated socket where the arguments want them. The last call.
     [[nodiscard]] Outcome Close() const { return port_.SaveSocket(); }
 
-    /// True when the function that ran last was `function`.
-    bool RanLast(FunctionCode function) const;
+    /// True when Run has run a verify, as its last function.
+    bool Verified() const {
+        return !reports_.empty() && reports_.back().Function == FunctionVerify;
+    }
 
   private:
-    bool StopRequested() const;
+    // What one device function has shown.
+    struct FunctionReport {
+        FunctionCode Function = FunctionRead;
+        std::vector<std::string> Lines;
+    };
 
-    // The user wants an end, or the port has gone away.
+    void RunEnds() override { context_.Screen.EraseBar(); }
+    void FunctionBegins(FunctionCode function) override;
+    void LineBegins(int line, const std::string& text) override;
+    void LineEnds(int line, const std::string& text, const RegionResult& result) override;
+    void ProgressMoves(std::int16_t percent) override;
+    bool StopRequested() override;
+
+    // Nobody needs to close a box; it is a line on standard error.
+    void Show(const std::string& text, const std::string& title, BoxIcon icon) override;
+
+    // The user wants to end, or the port has gone away.
     bool Ended() const;
 
     [[nodiscard]] Outcome OpenPort();
     [[nodiscard]] Outcome Identify();
+    [[nodiscard]] Outcome RunInto(MemoryImage& image, FunctionCode function,
+                                  const Regions& regions);
     [[nodiscard]] Outcome OutcomeOf(const FunctionRun& run) const;
-    [[nodiscard]] Outcome Silent() const;
-    void TellReports();
 
     Context& context_;
-    TerminalDisplay display_;
-    TerminalBoxes boxes_;
     BoardPort port_;
     std::unique_ptr<WindowTimer> totmr_;
     std::unique_ptr<WindowTimer> tmrWait_;
     std::optional<ProgrammerLink> link_;
     const FunctionRun* running_ = nullptr;
+    bool quiet_ = false;   // nothing of the run is shown but its bar
+    std::string heading_;  // of the bar; empty: there is none
+    std::vector<FunctionReport> reports_;
+    std::optional<FunctionCode> failed_;  // the first function with a failure in the data
 };
 
 }  // namespace Tamber::Cli

@@ -4,7 +4,6 @@
 
 #include "cli/Arguments.hpp"
 #include "cli/Machine.hpp"
-#include "cli/Outcome.hpp"
 #include "cli/Terminal.hpp"
 #include "modFunc.hpp"
 
@@ -16,12 +15,10 @@ struct Context {
     Machine& Host;
     Terminal& Screen;
     modFunc& Program;
-    nlohmann::ordered_json& Facts;  ///< what --json tells
+    nlohmann::ordered_json& Facts;  ///< the object that --json writes
 
-    /// The device in question.
-    const DeviceRecord& Device() const {
-        return Program.catalogue.Record(Program.settings.SelectedDevice);
-    }
+    /// The selected device.
+    const DeviceRecord& Device() const { return SelectedRecord(Program); }
 };
 
 }  // namespace Tamber::Cli

@@ -1,9 +1,11 @@
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 
 #include "cli/BoardSession.hpp"
 #include "cli/Commands.hpp"
+#include "cli/Differences.hpp"
 #include "cli/HexInput.hpp"
-#include "cli/VerifyReport.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
 #include "operations/DeviceFunctions.hpp"
@@ -12,63 +14,43 @@ namespace Tamber::Cli {
 namespace {
 
 // The regions that take part, by the rules of the function dialog.
-Outcome ChooseRegions(const Context& context, Regions& regions) {
+tl::expected<Regions, Failure> ChooseRegions(const Context& context) {
     const DeviceRecord& device = context.Device();
-    if (!context.Asked.Only) {
-        regions = {};
-        regions.Eeprom = device.EepromBytes != 0;
-        return {};
-    }
-    regions = *context.Asked.Only;
+    if (!context.Asked.Only)
+        return Regions{.Eeprom = device.EepromBytes != 0};
     if (device.TypeCode == StreamTypeCode)
         return Failed(ExitStatus::WrongUsage,
                       device.Name + " is read as one stream; --only cannot divide it.");
-    if (regions.Eeprom && device.EepromBytes == 0)
+    if (context.Asked.Only->Eeprom && device.EepromBytes == 0)
         return Failed(ExitStatus::WrongUsage, device.Name + " has no EEPROM.");
-    return {};
+    return *context.Asked.Only;
 }
 
-std::int16_t FunctionOf(Command command) {
-    switch (command) {
-        case Command::Erase:
-            return FunctionErase;
-        case Command::Blank:
-            return FunctionBlank;
-        case Command::Program:
-            return FunctionProgram;
-        case Command::Verify:
-            return FunctionVerify;
-        case Command::Auto:
-            return FunctionAuto;
-        default:
-            return FunctionRead;
-    }
-}
-
-// What the session leaves behind is kept whatever came of the run.
-Outcome Both(Outcome run, Outcome close) {
-    return run.Done() ? close : run;
-}
-
-// From the opening of the port to its closing. After a verify that is not sure to have seen every
-// word the same, the device is read again for the list of differences.
-Outcome RunFunction(Context& context) {
-    Regions regions;
-    if (auto outcome = ChooseRegions(context, regions); !outcome.Done())
-        return outcome;
-    BoardSession session(context);
-    if (auto outcome = session.Open(); !outcome.Done())
-        return outcome;
-    Outcome outcome = session.Run(FunctionOf(context.Asked.Asked), regions);
+// After a verify that is not sure to have seen every word the same, the device is read again for
+// the list of differences.
+Outcome RunAndCompare(Context& context, BoardSession& session, const Regions& regions) {
+    Outcome outcome = session.Run(*context.Asked.Command->Function, regions);
     const bool stream = context.Device().TypeCode == StreamTypeCode;
-    const bool compared =
-        outcome.Status == ExitStatus::DifferencesFound || (stream && outcome.Done());
-    if (compared && session.RanLast(FunctionVerify))
-        outcome = TellDifferences(context, session, regions, std::move(outcome));
-    return Both(std::move(outcome), session.Close());
+    const bool compare = outcome ? stream : outcome.error().Status == ExitStatus::DifferencesFound;
+    if (!compare || !session.Verified())
+        return outcome;
+    return ReportDifferences(context, session, regions, std::move(outcome));
 }
 
-// The first entry of the series that needs an image there is none for; empty when none does.
+// From the opening of the port to its closing. The socket is kept whatever came of the run.
+Outcome RunFunction(Context& context) {
+    const auto regions = ChooseRegions(context);
+    if (!regions)
+        return tl::unexpected(regions.error());
+    BoardSession session(context);
+    if (auto outcome = session.Open(); !outcome)
+        return outcome;
+    const Outcome ran = RunAndCompare(context, session, *regions);
+    const Outcome closed = session.Close();
+    return ran ? closed : ran;
+}
+
+// The first entry of the series that needs an image when there is none; empty when none does.
 std::string_view EntryWithoutImage(const AutoSequence& series) {
     for (const std::int16_t code : series.Codes()) {
         const DeviceFunction* function = FindSeriesFunction(code);
@@ -84,16 +66,13 @@ std::string_view EntryWithoutImage(const AutoSequence& series) {
 
 Outcome Identify(Context& context) {
     BoardSession session(context);
-    if (auto outcome = session.Open(); !outcome.Done())
-        return outcome;
-    context.Screen.Asked(Describe(context.Program.link.Board));
-    return {};
+    return session.Open().map([&] { context.Screen.Asked(Describe(context.Program.link.Board)); });
 }
 
 Outcome RunOneFunction(Context& context) {
     BlankImage(context);
     if (!context.Asked.File.empty())
-        if (auto outcome = LoadHexInput(context); !outcome.Done())
+        if (auto outcome = LoadHexInput(context); !outcome)
             return outcome;
     return RunFunction(context);
 }
@@ -104,25 +83,28 @@ Outcome RunAutoSeries(Context& context) {
         return Failed(ExitStatus::FileUnusable, "The Auto series of the working folder is empty.");
     const std::string_view entry = EntryWithoutImage(series);
     if (context.Asked.File.empty() && !entry.empty())
-        return Failed(ExitStatus::WrongUsage, "The Auto series holds " + std::string(entry) +
-                                                  "; name the HEX file it is to work with.");
+        return Failed(
+            ExitStatus::WrongUsage,
+            fmt::format("The Auto series holds {}; name the HEX file it is to work with.", entry));
     return RunOneFunction(context);
 }
 
 Outcome ReadToFile(Context& context) {
     const std::string& file = context.Asked.File;
-    if (file == "-")
+    const bool toOutput = file == "-";
+    if (toOutput)
         context.Screen.KeepOutputForData();
     BlankImage(context);
-    if (auto outcome = RunFunction(context); !outcome.Done())
+    if (auto outcome = RunFunction(context); !outcome)
         return outcome;
+    const MemoryImage& image = context.Program.image;
     const int words = context.Device().ProgramWords;
-    if (file == "-" && !context.Screen.Data(HexFileText(context.Program.image, words)))
+    if (!toOutput)
+        return SaveHexFile(file, image, words).map_error([&](const std::string& reason) {
+            return Failure{ExitStatus::FileUnusable, file + ": " + reason};
+        });
+    if (!context.Screen.Data(HexFileText(image, words)))
         return Failed(ExitStatus::FileUnusable, "Standard output cannot be written.");
-    if (file == "-")
-        return {};
-    if (const auto saved = SaveHexFile(file, context.Program.image, words); !saved)
-        return Failed(ExitStatus::FileUnusable, file + ": " + saved.error());
     return {};
 }
 

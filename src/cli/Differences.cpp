@@ -1,6 +1,9 @@
 #include "cli/Differences.hpp"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 
 namespace Tamber::Cli {
@@ -13,9 +16,12 @@ constexpr char BlankCause[] =
 constexpr char ZeroCause[] =
     "everything reads zero: the device is protected against reading, or has no contact or supply";
 constexpr char LowerCause[] =
-    "every word stands one address below its own: another device type may have been chosen";
+    "every word is one address too low: another device type may have been chosen";
 constexpr char HigherCause[] =
-    "every word stands one address above its own: another device type may have been chosen";
+    "every word is one address too high: another device type may have been chosen";
+
+constexpr char UnsteadyText[] =
+    "A second reading shows no difference: the connection or the supply is not steady.";
 
 struct RegionForm {
     const char* Name;
@@ -60,7 +66,7 @@ RegionDifferences Compare(const MemoryImage& expectedImage, const MemoryImage& f
     for (std::size_t index = 0; index < expected.size(); ++index)
         if (expected[index] != found[index])
             differences.List.push_back({static_cast<int>(index), expected[index], found[index]});
-    // One word alone tells nothing of a cause.
+    // One word alone shows no cause.
     if (!differences.List.empty() && form.Words > 1)
         differences.LikelyCause = LikelyCause(expected, found, form.Blank);
     return differences;
@@ -84,6 +90,28 @@ std::vector<RegionForm> Forms(const DeviceRecord& device, const Regions& regions
     return forms;
 }
 
+void Show(Terminal& screen, const RegionDifferences& region) {
+    screen.Asked(fmt::format("{}: {} of {} {}", region.Region, region.List.size(), region.Words,
+                             region.Words == 1 ? "word differs" : "words differ"));
+    screen.Asked("  address  expected  found");
+    for (const Difference& difference : region.List)
+        screen.Asked(fmt::format("     {:04X}      {:04X}   {:04X}", difference.Address,
+                                 difference.Expected, difference.Found));
+    if (!region.LikelyCause.empty())
+        screen.Asked("  likely cause: " + region.LikelyCause);
+}
+
+nlohmann::ordered_json Facts(const RegionDifferences& region) {
+    nlohmann::ordered_json facts{
+        {"region", region.Region}, {"words", region.Words}, {"count", region.List.size()}};
+    if (!region.LikelyCause.empty())
+        facts["cause"] = region.LikelyCause;
+    facts["list"] = nlohmann::ordered_json::array();
+    for (const auto& [address, expected, found] : region.List)
+        facts["list"].push_back({{"address", address}, {"expected", expected}, {"found", found}});
+    return facts;
+}
+
 }  // namespace
 
 std::vector<RegionDifferences> FindDifferences(const MemoryImage& expected,
@@ -95,6 +123,28 @@ std::vector<RegionDifferences> FindDifferences(const MemoryImage& expected,
             !differences.List.empty())
             all.push_back(std::move(differences));
     return all;
+}
+
+Outcome ReportDifferences(Context& context, BoardSession& session, Regions regions,
+                          Outcome verified) {
+    if (context.Device().TypeCode == StreamTypeCode)
+        regions = {true, false, true, true};
+    MemoryImage found = context.Program.image;
+    if (auto outcome = session.ReadQuietly(regions, found, "Reading for the differences...");
+        !outcome)
+        return outcome;
+    const auto differences =
+        FindDifferences(context.Program.image, found, context.Device(), regions);
+    context.Facts["differences"] = nlohmann::ordered_json::array();
+    for (const RegionDifferences& region : differences) {
+        Show(context.Screen, region);
+        context.Facts["differences"].push_back(Facts(region));
+    }
+    if (!differences.empty())
+        return Failed(ExitStatus::DifferencesFound);
+    if (!verified)
+        verified.error().Message.append("\n").append(UnsteadyText);
+    return verified;
 }
 
 }  // namespace Tamber::Cli

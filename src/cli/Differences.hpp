@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "cli/BoardSession.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/MemoryImage.hpp"
-#include "operations/FunctionDisplay.hpp"
 
 namespace Tamber::Cli {
 
@@ -14,8 +14,6 @@ struct Difference {
     int Address = 0;  ///< word address in the region, or number of the EEPROM byte
     std::uint16_t Expected = 0;
     std::uint16_t Found = 0;
-
-    bool operator==(const Difference&) const = default;
 };
 
 /// The differences of one memory region.
@@ -27,9 +25,14 @@ struct RegionDifferences {
 };
 
 /// Compares what a device holds with what it should, in the ticked regions; regions without a
-/// difference are left out. Of EEPROM words the data bytes count alone, of all others every bit.
+/// difference are left out. Only the data bytes of EEPROM words count, every bit of all others.
 std::vector<RegionDifferences> FindDifferences(const MemoryImage& expected,
                                                const MemoryImage& found, const DeviceRecord& device,
                                                const Regions& regions);
+
+/// Reads the device of `session` once more and reports all differences from the image, by region.
+/// `verified` is what came of the verify before; the result is what came of both.
+[[nodiscard]] Outcome ReportDifferences(Context& context, BoardSession& session, Regions regions,
+                                        Outcome verified);
 
 }  // namespace Tamber::Cli

@@ -11,7 +11,7 @@
 namespace Tamber::Cli {
 namespace {
 
-using TextResult = tl::expected<std::string, Outcome>;
+using TextResult = tl::expected<std::string, Failure>;
 
 std::string Shown(const Context& context) {
     return context.Asked.File == "-" ? "standard input" : context.Asked.File;
@@ -23,8 +23,7 @@ TextResult ReadStream(std::istream& stream) {
     while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
         text.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
         if (text.size() > HexFileSizeMax)
-            return tl::unexpected(
-                Failed(ExitStatus::FileUnusable, "standard input: File too large"));
+            return Failed(ExitStatus::FileUnusable, "standard input: File too large");
     }
     return text;
 }
@@ -49,7 +48,7 @@ TextResult ReadHexText(Context& context) {
         return ReadStream(context.Screen.In());
     return ReadTextFile(context.Asked.File, HexFileSizeMax)
         .map_error([&](const std::string& reason) {
-            return Failed(ExitStatus::FileUnusable, context.Asked.File + ": " + reason);
+            return Failure{ExitStatus::FileUnusable, context.Asked.File + ": " + reason};
         });
 }
 
@@ -60,7 +59,7 @@ void BlankImage(Context& context) {
 Outcome LoadHexInput(Context& context) {
     const TextResult text = ReadHexText(context);
     if (!text)
-        return text.error();
+        return tl::unexpected(text.error());
     const HexInspection inspection = InspectHexText(*text, context.Device());
     if (inspection.Refusal)
         return Refused(context, *inspection.Refusal);

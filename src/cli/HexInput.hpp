@@ -9,7 +9,7 @@
 namespace Tamber::Cli {
 
 /// The text of the HEX file that the arguments name, or of standard input.
-[[nodiscard]] tl::expected<std::string, Outcome> ReadHexText(Context& context);
+[[nodiscard]] tl::expected<std::string, Failure> ReadHexText(Context& context);
 
 /// Loads that file into an image that is blank for the device. Words that the device has no place
 /// for are mentioned.

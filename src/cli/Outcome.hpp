@@ -1,27 +1,48 @@
 #pragma once
 
+#include <span>
 #include <string>
-#include <utility>
-
-#include "cli/ExitStatus.hpp"
+#include <string_view>
+#include <tl/expected.hpp>
 
 namespace Tamber::Cli {
 
-/// What came of a command or of a step of it.
-struct Outcome {
-    ExitStatus Status = ExitStatus::Done;
-    std::string Message;  ///< what went wrong, for people; may have several lines
-
-    bool Done() const { return Status == ExitStatus::Done; }
+/// What the program returns to its caller. The numbers are part of its interface.
+enum class ExitStatus {
+    Done = 0,
+    WrongUsage = 2,
+    FileUnusable = 3,
+    PortNotOpened = 4,
+    NoBoard = 5,
+    BoardSilent = 6,
+    ProgrammingFailed = 7,
+    DifferencesFound = 8,
+    NotBlank = 9,
+    EraseUnavailable = 10,
+    Interrupted = 130,
 };
 
-/// A failure in the words of its status.
-inline Outcome Failed(ExitStatus status) {
-    return {status, std::string(MeaningOf(status).Meaning)};
-}
+struct StatusMeaning {
+    ExitStatus Status;
+    std::string_view Name;     ///< one word, for the JSON output
+    std::string_view Meaning;  ///< for people
+};
 
-inline Outcome Failed(ExitStatus status, std::string message) {
-    return {status, std::move(message)};
-}
+/// All of them, in ascending order.
+std::span<const StatusMeaning> StatusMeanings();
+
+const StatusMeaning& MeaningOf(ExitStatus status);
+
+/// Why a command or a step of it did not succeed.
+struct Failure {
+    ExitStatus Status = ExitStatus::WrongUsage;  ///< never Done
+    std::string Message;                         ///< for people; may have several lines
+};
+
+using Outcome = tl::expected<void, Failure>;
+
+/// A failure in the words of its status.
+tl::unexpected<Failure> Failed(ExitStatus status);
+tl::unexpected<Failure> Failed(ExitStatus status, std::string message);
 
 }  // namespace Tamber::Cli

@@ -8,8 +8,10 @@
 
 namespace Tamber::Cli {
 
-/// The machine by way of Qt's parts that know no display. An interruption wakes its event delivery.
-/// Needs a QCoreApplication that outlives it.
+/// The machine by way of Qt's parts that know no display. SIGINT, SIGTERM and SIGHUP interrupt the
+/// program: the first one wakes the event delivery, the second ends the program at once. A SIGHUP
+/// that is ignored stays so. A reader that goes away ends nothing. Needs a QCoreApplication that
+/// outlives it, and is made once.
 class QtMachine final : public Machine {
   public:
     QtMachine();

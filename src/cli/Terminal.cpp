@@ -1,10 +1,11 @@
 #include "cli/Terminal.hpp"
 
+#include <fmt/format.h>
+
 namespace Tamber::Cli {
 namespace {
 
 constexpr int BarLength = 30;
-constexpr int HeadingLength = 34;
 
 const char* Colour(Tone tone) {
     return tone == Tone::Good ? "\x1B[32m" : "\x1B[31m";
@@ -54,11 +55,8 @@ void Terminal::ShowBar(std::string_view heading, int percent) {
     if (!streams_.ErrorsIsTerminal || quiet_)
         return;
     const int filled = percent * BarLength / 100;
-    std::string line(heading);
-    line.resize(HeadingLength, ' ');
-    line += '[' + std::string(static_cast<std::size_t>(filled), '#') +
-            std::string(static_cast<std::size_t>(BarLength - filled), '-') + "] ";
-    line += std::to_string(percent) + '%';
+    const std::string line = fmt::format("{:<34}[{:#<{}}{:-<{}}] {}%", heading, "", filled, "",
+                                         BarLength - filled, percent);
     if (line == bar_)
         return;
     streams_.Errors << '\r' << line << "\x1B[K" << std::flush;

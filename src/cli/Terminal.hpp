@@ -7,7 +7,7 @@
 
 namespace Tamber::Cli {
 
-/// The program's three streams and what is known of them.
+/// The program's three streams and what is known about them.
 struct Streams {
     std::istream& In;
     std::ostream& Out;
@@ -24,7 +24,7 @@ enum class Tone { Plain, Good, Bad };
 class Terminal {
   public:
     /// With `json`, nothing but the object goes to standard output. With `quiet`, what went well is
-    /// not told.
+    /// not reported.
     Terminal(const Streams& streams, bool json, bool quiet);
 
     /// Standard output is taken by data: results go to standard error.
@@ -33,7 +33,7 @@ class Terminal {
     /// A line of results.
     void Result(std::string_view line, Tone tone = Tone::Plain);
 
-    /// A line of what was asked for, told even when quiet.
+    /// A line of what was asked for, shown even when quiet.
     void Asked(std::string_view line);
 
     /// A line that helps but was not asked for.
@@ -45,7 +45,7 @@ class Terminal {
     /// Data as they are; false when they could not be written.
     [[nodiscard]] bool Data(std::string_view data);
 
-    /// Draws the bar, or draws it anew, with `percent` behind `heading`.
+    /// Draws the bar, again where it is there, with `percent` after `heading`.
     void ShowBar(std::string_view heading, int percent);
     void EraseBar();
 

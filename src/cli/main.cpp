@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "cli/Commands.hpp"
-#include "cli/Interruption.hpp"
 #include "cli/QtMachine.hpp"
 
 namespace {
@@ -33,7 +32,6 @@ Streams StandardStreams() {
 int Run(const Arguments& arguments, char** words) {
     int count = 1;  // the program's options are its own; Qt gets none
     QCoreApplication application(count, words);
-    CatchInterruptions();
     QtMachine machine;
     return static_cast<int>(RunCommand(arguments, machine, StandardStreams()));
 }
@@ -42,7 +40,5 @@ int Run(const Arguments& arguments, char** words) {
 
 int main(int count, char** words) {
     const auto parsed = ParseArguments({words + 1, words + count});
-    if (const auto* const answer = std::get_if<Answer>(&parsed))
-        return static_cast<int>(Give(*answer, StandardStreams()));
-    return Run(std::get<Arguments>(parsed), words);
+    return parsed ? Run(*parsed, words) : static_cast<int>(Give(parsed.error(), StandardStreams()));
 }

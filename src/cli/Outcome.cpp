@@ -1,7 +1,8 @@
-#include "cli/ExitStatus.hpp"
+#include "cli/Outcome.hpp"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace Tamber::Cli {
 namespace {
@@ -30,6 +31,14 @@ std::span<const StatusMeaning> StatusMeanings() {
 
 const StatusMeaning& MeaningOf(ExitStatus status) {
     return *std::ranges::find(Meanings, status, &StatusMeaning::Status);
+}
+
+tl::unexpected<Failure> Failed(ExitStatus status) {
+    return Failed(status, std::string(MeaningOf(status).Meaning));
+}
+
+tl::unexpected<Failure> Failed(ExitStatus status, std::string message) {
+    return tl::unexpected(Failure{status, std::move(message)});
 }
 
 }  // namespace Tamber::Cli

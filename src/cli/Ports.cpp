@@ -1,7 +1,10 @@
+#include "cli/Ports.hpp"
+
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 
 #include "cli/Commands.hpp"
-#include "cli/PortLink.hpp"
 #include "platform/PortPath.hpp"
 
 namespace Tamber::Cli {
@@ -23,9 +26,9 @@ void ShowCommPort(Context& context, int number) {
     const fs::path target = Target(path);
     std::error_code error;
     const bool there = fs::exists(path, error);
-    context.Screen.Asked("COM" + std::to_string(number) + "  " + path.string() +
-                         (target.empty() ? "" : " -> " + target.string()) +
-                         (there ? "" : "  (not there)"));
+    context.Screen.Asked(fmt::format("COM{}  {}{}{}{}", number, path.string(),
+                                     target.empty() ? "" : " -> ", target.string(),
+                                     there ? "" : "  (not there)"));
     context.Facts["com"].push_back({{"number", number},
                                     {"path", path.string()},
                                     {"target", target.empty() ? path.string() : target.string()},
@@ -45,18 +48,51 @@ void ShowPort(Context& context, const SerialPortEntry& port) {
 void HintStablePath(Context& context, const fs::path& path) {
     for (const SerialPortEntry& port : context.Host.SerialPorts())
         if (port.Path == path && !port.StablePath.empty())
-            context.Screen.Note("That name may go to another adapter tomorrow; this one stays: " +
-                                port.StablePath.string());
+            context.Screen.Note(
+                "That name may mean another adapter next time; this one stays with the adapter: " +
+                port.StablePath.string());
 }
 
 }  // namespace
 
+Outcome MakePortLink(const fs::path& folder, int commPort, const fs::path& port) {
+    const fs::path link = folder / fmt::format("com{}", commPort);
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(link, error)) && !fs::is_symlink(link, error))
+        return Failed(ExitStatus::FileUnusable,
+                      link.string() + " is not a link and is left alone.");
+    const fs::path target = fs::absolute(port, error);
+    if (!fs::exists(target, error))
+        return Failed(ExitStatus::FileUnusable, target.string() + ": there is no such port.");
+    // Made under another name first: COMn leads somewhere at every moment.
+    fs::path fresh = link;
+    fresh += ".new";
+    fs::remove(fresh, error);
+    fs::create_symlink(target, fresh, error);
+    if (!error)
+        fs::rename(fresh, link, error);
+    if (error)
+        return Failed(ExitStatus::FileUnusable, link.string() + ": " + error.message());
+    return {};
+}
+
+fs::path StablePathOf(const fs::path& port, const fs::path& folder) {
+    std::error_code error;
+    const fs::path wanted = fs::canonical(port, error);
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        if (fs::canonical(entry->path(), ignored) == wanted && !wanted.empty())
+            return entry->path();
+    }
+    return {};
+}
+
 Outcome ShowPorts(Context& context) {
     if (const auto& setting = context.Asked.Setting) {
-        if (const auto made =
-                MakePortLink(context.Program.AppPath, setting->CommPort, setting->Path);
+        if (auto made = MakePortLink(context.Program.AppPath, setting->CommPort, setting->Path);
             !made)
-            return Failed(ExitStatus::FileUnusable, made.error());
+            return made;
         HintStablePath(context, setting->Path);
     }
     context.Facts["com"] = nlohmann::ordered_json::array();
