@@ -8,7 +8,7 @@ function __tamber_cli_devices
 end
 
 complete -c tamber-cli -f
-complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a identify -d 'Ask the board who it is'
+complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a identify -d 'Ask the board for its name'
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a devices -d 'List the devices'
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a ports -d 'Show what COM1 to COM4 are'
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a read -d 'Read the device into a HEX file'
@@ -26,7 +26,7 @@ complete -c tamber-cli -l device -x -a '(__tamber_cli_devices)' -d 'Device'
 complete -c tamber-cli -l port -r -F -a '1 2 3 4' -d 'Serial port'
 complete -c tamber-cli -l only -x -a 'pm eeprom id config' -d 'Regions that take part'
 complete -c tamber-cli -l simulate -d 'Use a simulated board'
-complete -c tamber-cli -l socket -r -F -d 'File that keeps what is in its socket'
+complete -c tamber-cli -l socket -r -F -d "File that keeps its socket's contents"
 complete -c tamber-cli -l trace -r -F -d 'Write every frame and reply'
 complete -c tamber-cli -l json -d 'One JSON object'
 complete -c tamber-cli -s q -l quiet -d 'Say nothing of what went well'

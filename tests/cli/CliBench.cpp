@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "simulator/ReplayBoard.hpp"
+
 namespace Tamber::Cli {
 
 std::string JsonFact(const std::string& json, const std::string& pointer) {
@@ -12,32 +14,34 @@ std::string JsonFact(const std::string& json, const std::string& pointer) {
     return fact.is_string() ? fact.get<std::string>() : fact.dump();
 }
 
-bool FakeMachine::Interrupted() const {
-    const auto frames = std::ranges::count_if(
-        desktop.record, [](const std::string& entry) { return entry.starts_with("> "); });
-    return interrupted_ || (interruptAfter >= 0 && frames >= interruptAfter);
-}
-
-void FakeMachine::InterruptIn(std::chrono::milliseconds time) {
-    interruption_ = desktop.NewTimer();
-    interruption_->SetInterval(time);
-    interruption_->OnTick([this] { interrupted_ = true; });
-    interruption_->Enable();
-}
-
-CliTest::CliTest() {
+CliBench::CliBench() {
     std::filesystem::copy(SAMPLE_DATA, folder.Path(), std::filesystem::copy_options::recursive);
-    Socket({7, 1024, 64});
+    std::filesystem::current_path(folder.Path());
+    Insert({7, 1024, 64});
 }
 
-void CliTest::Socket(const Simulator::DeviceShape& shape, const Simulator::FaultPlan& faults) {
-    engine = std::make_unique<Simulator::BoardEngine>(desktop.Clock(), shape);
+void CliBench::Insert(const Simulator::DeviceShape& shape, const Simulator::Identification& who) {
+    board.reset();
+    engine = std::make_unique<Simulator::BoardEngine>(desktop.Clock(), shape, who);
+    Spoil({});
+}
+
+void CliBench::Spoil(const Simulator::FaultPlan& faults) {
     board = std::make_unique<Simulator::FaultyBoard>(*engine, desktop.Clock(), faults);
     desktop.board = board.get();
 }
 
-Ran CliTest::Run(std::vector<std::string> words, const std::string& input) {
-    words.insert(words.begin(), {"-C", folder.Path()});
+void CliBench::Replay(const std::string& trace) {
+    board = std::make_unique<Simulator::ReplayBoard>(desktop.Clock(),
+                                                     std::get<0>(Simulator::ReadTrace(trace)));
+    desktop.board = board.get();
+}
+
+void CliBench::LosePortAfter(std::size_t frames) {
+    desktop.intrude = [this, frames] { desktop.portLost = Wire().size() > frames; };
+}
+
+Ran CliBench::Run(const std::vector<std::string>& words, const std::string& input) {
     desktop.record.clear();
     desktop.received.clear();
     std::istringstream in(input);
@@ -45,17 +49,18 @@ Ran CliTest::Run(std::vector<std::string> words, const std::string& input) {
     std::ostringstream errors;
     const Streams streams{in, out, errors, terminal, terminal, colour};
     const auto parsed = ParseArguments(words);
-    const auto* const answer = std::get_if<Answer>(&parsed);
     const ExitStatus status =
-        answer ? Give(*answer, streams) : RunCommand(std::get<Arguments>(parsed), machine, streams);
+        parsed ? RunCommand(*parsed, machine, streams) : Give(parsed.error(), streams);
     return {static_cast<int>(status), out.str(), errors.str()};
 }
 
-std::vector<std::string> CliTest::Wire() const {
+std::vector<std::string> CliBench::Wire() const {
     std::vector<std::string> wire;
     for (const std::string& entry : desktop.record)
         if (entry.starts_with("> "))
             wire.push_back(entry.substr(2));
+        else if (entry.starts_with("open "))
+            wire.push_back(entry);
     return wire;
 }
 

@@ -12,34 +12,28 @@
 namespace Tamber::Cli {
 
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
 /// The machine as the fake desktop gives it, on its clock.
 class FakeMachine final : public Machine {
   public:
-    explicit FakeMachine(FakeDesktop& fake) : desktop(fake) {}
+    explicit FakeMachine(FakeDesktop& desktop) : desktop_(desktop) {}
 
-    EventDelivery& Events() override { return desktop.Events(); }
-    std::unique_ptr<WindowTimer> NewTimer() override { return desktop.NewTimer(); }
+    EventDelivery& Events() override { return desktop_.Events(); }
+    std::unique_ptr<WindowTimer> NewTimer() override { return desktop_.NewTimer(); }
     std::unique_ptr<SerialControl> NewSerialControl() override {
-        return desktop.NewSerialControl();
+        return desktop_.NewSerialControl();
     }
     std::vector<SerialPortEntry> SerialPorts() override { return ports; }
-    std::chrono::microseconds Now() const override { return desktop.now; }
-    bool Interrupted() const override;
+    std::chrono::microseconds Now() const override { return desktop_.now; }
+    bool Interrupted() const override { return interrupted && interrupted(); }
 
-    /// Interrupts the program when `time` has passed from now.
-    void InterruptIn(std::chrono::milliseconds time);
-
-    FakeDesktop& desktop;
     std::vector<SerialPortEntry> ports;
-    int interruptAfter = -1;  ///< frames sent; below 0: never
+    std::function<bool()> interrupted;  ///< not set: never
 
   private:
-    std::unique_ptr<WindowTimer> interruption_;
-    bool interrupted_ = false;
+    FakeDesktop& desktop_;
 };
 
 /// What stands at `pointer` ("/board/name") of a JSON text: a string without its quotes, anything
@@ -51,34 +45,44 @@ struct Ran {
     int Status = 0;
     std::string Out;
     std::string Errors;
-
-    std::string Fact(const std::string& pointer) const { return JsonFact(Out, pointer); }
 };
 
-/// The program in the sample working folder, with a board on a clock of its own.
-class CliTest : public testing::Test {
-  protected:
-    CliTest();
+/// The program in a copy of the sample working folder, which is the current one, with a board on a
+/// clock of its own and a blank PIC16F84A in its socket.
+class CliBench {
+  public:
+    CliBench();
 
-    /// Puts a device with faults into the socket; before that, it is a blank PIC16F84A.
-    void Socket(const Simulator::DeviceShape& shape, const Simulator::FaultPlan& faults = {});
+    /// Puts another, blank device into the socket.
+    void Insert(const Simulator::DeviceShape& shape, const Simulator::Identification& board = {});
 
-    Ran Run(std::vector<std::string> words, const std::string& input = {});
+    /// Lets the board have faults, with the device as it is; its requests count from 1 again.
+    void Spoil(const Simulator::FaultPlan& faults);
 
-    /// The frames that went to the board since the last Run began.
+    /// Has the port go away once that many frames are sent.
+    void LosePortAfter(std::size_t frames);
+
+    /// Has the board answer as the one in a trace did.
+    void Replay(const std::string& trace);
+
+    /// Runs the program with these words.
+    Ran Run(const std::vector<std::string>& words, const std::string& input = {});
+
+    /// Since the last Run began, the port opened and the frames sent: "open ttyS0", "01 54".
     std::vector<std::string> Wire() const;
-
-    std::string Sample(const std::string& name) const {
-        return folder / "samples" / (name + ".hex");
-    }
 
     TestFolder folder;
     FakeDesktop desktop;
     FakeMachine machine{desktop};
     std::unique_ptr<Simulator::BoardEngine> engine;
-    std::unique_ptr<Simulator::FaultyBoard> board;
+    std::unique_ptr<Simulator::BoardLine> board;
     bool terminal = false;  ///< the streams are one
     bool colour = false;
+};
+
+class CliTest : public testing::Test, public CliBench {
+  public:
+    using CliBench::Run;  // not the test's own
 };
 
 }  // namespace Tamber::Cli
