@@ -4,14 +4,13 @@
 #include <charconv>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <utility>
 
 #include "cli/TracedSerialControl.hpp"
 #include "core/TextFile.hpp"
 #include "platform/PortPath.hpp"
 #include "simulator/BoardEngine.hpp"
-#include "simulator/HexFile.hpp"
+#include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Cli {
 namespace {
@@ -54,17 +53,15 @@ class BoardPort::SimulatedControl final : public SerialControl {
         if (!std::filesystem::exists(file, error))
             return {};
         return ReadTextFile(file).and_then([this](const std::string& text) -> FileResult {
-            std::istringstream stream(text);
-            if (const auto fault = Simulator::LoadHex(stream, engine_.Memory()))
-                return tl::unexpected("line " + std::to_string(fault->line) + ": " + fault->cause);
-            return {};
+            return Simulator::LoadDevice(text, engine_.Memory())
+                .map_error([](const Simulator::LineFailure& failure) {
+                    return "line " + std::to_string(failure.Line) + ": " + failure.Cause;
+                });
         });
     }
 
     FileResult SaveSocket(const std::filesystem::path& file) const {
-        std::ostringstream text;
-        Simulator::SaveHex(text, engine_.Memory());
-        return ReplaceTextFile(file, text.str());
+        return ReplaceTextFile(file, Simulator::DeviceText(engine_.Memory()));
     }
 
     FileResult PortOpen(const std::filesystem::path&) override { return {}; }

@@ -121,20 +121,20 @@ class Transcript : public testing::TestWithParam<const char*> {
              }},
             {"name", [&] { bench.Insert({}, {words.at(1)}); }},
             {"byte", [&] { bench.engine->Memory().SetByte(length(1) & 0xFFFF, byte(2)); }},
-            {"silent", [&] { faults_.silentFrom = number(1); }},
+            {"silent", [&] { faults_.SilentFrom = number(1); }},
             {"short",
              [&] {
-                 faults_.replyLength = {number(1), length(2)};
+                 faults_.ReplyLength = {number(1), length(2)};
              }},
             {"altered",
              [&] {
-                 faults_.alteredByte = {number(1), length(2), byte(3)};
+                 faults_.AlteredByte = {number(1), length(2), byte(3)};
              }},
             {"refused",
              [&] {
-                 faults_.refusedWrite = {byte(1), byte(2)};
+                 faults_.RefusedWrite = {byte(1), byte(2)};
              }},
-            {"identification", [&] { faults_.identificationLength = length(1); }},
+            {"identification", [&] { faults_.IdentificationLength = length(1); }},
             {"late",
              [&] {
                  faults_.delay = {{}, std::chrono::milliseconds(number(1))};
