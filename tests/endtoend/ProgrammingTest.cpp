@@ -16,11 +16,15 @@ constexpr char MainWindow[] = "Tamber ~ PIC Programmer";
 
 class Programming : public testing::Test {
   protected:
-    Programming() {
+    // A fresh one, or what a display that has gone has left there would be taken for the new one's.
+    static std::filesystem::path MakeFolder() {
+        const std::filesystem::path folder =
+            testing::TempDir() + "tamber-programming-" + std::to_string(getpid());
         std::filesystem::remove_all(folder);
         std::filesystem::create_directories(folder);
         for (const char* name : {"tamber.cfg", "tamber.dev", "auto.cfg"})
             std::filesystem::copy(std::filesystem::path(SAMPLE_DATA) / name, folder / name);
+        return folder;
     }
 
     // The toolkit, its fonts and its display keep memory to the end by design.
@@ -39,9 +43,8 @@ class Programming : public testing::Test {
     std::string Log() const { return Contents(folder / "log"); }
     bool Logged(const char* text) const { return Log().find(text) != std::string::npos; }
 
-    std::filesystem::path folder =
-        testing::TempDir() + "tamber-programming-" + std::to_string(getpid());
-    Desktop desktop{(std::filesystem::create_directories(folder), folder)};
+    const std::filesystem::path folder = MakeFolder();
+    const Desktop desktop{folder};
     std::optional<Process> program;
 };
 
