@@ -34,8 +34,8 @@ void LetEventsRun(int milliseconds) {
 
 FunctionDriver::FunctionDriver(const std::filesystem::path& folder)
     : qt_(folder), platform_(qt_, notes_) {
-    const auto failure = Tamber::StartUp(folder, program_);
-    Require(!failure, failure ? Describe(*failure) : std::string());
+    const auto started = Tamber::StartUp(folder, program_);
+    Require(started.has_value(), started ? std::string() : Describe(started.error()));
     QApplication::setQuitOnLastWindowClosed(false);
     window_ = std::make_unique<mdiMain>(program_, platform_);
     window_->MDIForm_Load();
@@ -86,12 +86,12 @@ Spent FunctionDriver::TimeOut(const std::filesystem::path& folder) {
     const auto timer = desktop.NewTimer();
     LinkState state;
     ProgrammerLink link(state, *port, *timer, desktop.Events());
-    Require(link.OpenPort(PortPath(folder, 1)).has_value(), "cannot open the silent board's port");
+    Require(link.OpenPort(folder / "com1").has_value(), "cannot open the silent board's port");
     LetEventsRun(20);
     const Moment begin = Moment::Now();
-    const bool answered = link.RequestBlock(0).has_value();
+    const auto reply = link.RequestBlock(0);
     const Spent spent = Moment::Now().Since(begin);
-    Require(!answered, "the silent board has answered");
+    Require(!reply, "the silent board has answered");
     return spent;
 }
 

@@ -72,7 +72,7 @@ class Companion {
 void WriteHex(const std::filesystem::path& path) {
     const auto image = std::make_unique<MemoryImage>();
     FillProgramMemory(*image);
-    Require(!SaveHexFile(path, *image, MemoryImage::ProgramWordsMax),
+    Require(SaveHexFile(path, *image, MemoryImage::ProgramWordsMax).has_value(),
             "cannot write " + path.string());
 }
 

@@ -11,6 +11,7 @@
 #endif
 
 namespace Tamber {
+namespace {
 
 bool HungUp([[maybe_unused]] const QSerialPort& port) {
 #ifdef Q_OS_UNIX
@@ -20,6 +21,8 @@ bool HungUp([[maybe_unused]] const QSerialPort& port) {
     return false;
 #endif
 }
+
+}  // namespace
 
 // The port sleeps on notifiers of its own.
 HangUpWatch::HangUpWatch(QSerialPort& port, std::function<void()> lost)

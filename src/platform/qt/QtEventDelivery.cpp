@@ -6,9 +6,12 @@
 namespace Tamber {
 namespace {
 
-// What the windows may be kept waiting while replies follow one another without a gap.
+// How long the windows may wait while replies follow one another without a gap.
 constexpr qint64 EventLoopEvery = 16;  // milliseconds
-constexpr int PortAlone = 1;           // milliseconds
+
+// A time-out shorter than the system's own tick (4 ms on most) makes every wait set the hardware
+// timer, which costs more than the wait's system call; one much longer delays ticks and keys.
+constexpr int PortAlone = 5;  // milliseconds
 
 }  // namespace
 

@@ -9,9 +9,9 @@
 namespace Tamber {
 
 /// Events as Qt's event loop delivers them, with a short way for the bytes of a reply: a wait first
-/// looks at the serial port alone for a millisecond, which costs one system call, and enters the
-/// event loop, which costs many, only when nothing came or when the windows have waited for a few
-/// milliseconds. In the event loop it sleeps until there is an event, received bytes included.
+/// looks at the serial port alone for a few milliseconds, which costs one system call. It enters
+/// the event loop, which costs many, only when nothing came or when the windows have waited long
+/// enough, and sleeps there until there is an event, received bytes included.
 class QtEventDelivery final : public EventDelivery {
   public:
     QtEventDelivery();

@@ -3,9 +3,6 @@
 #include <QString>
 #include <algorithm>
 
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 #ifdef __linux__
 #include <linux/serial.h>
 #include <sys/ioctl.h>
@@ -29,18 +26,6 @@ void AskForLowLatency([[maybe_unused]] QSerialPort& port) {
 #endif
 }
 
-// Hands `bytes` to the driver in one system call and returns how many it took; the port's own
-// buffer, with all that belongs to it, is for what the driver has no room for.
-std::size_t WriteAtOnce([[maybe_unused]] QSerialPort& port,
-                        [[maybe_unused]] std::span<const std::uint8_t> bytes) {
-#ifdef Q_OS_UNIX
-    if (port.bytesToWrite() == 0)
-        if (const auto taken = write(port.handle(), bytes.data(), bytes.size()); taken > 0)
-            return static_cast<std::size_t>(taken);
-#endif
-    return 0;
-}
-
 std::string WhatToDo(const QSerialPort& port, const std::string& path) {
     const QString reason = port.errorString();
     const bool held = reason.contains("locking", Qt::CaseInsensitive) ||
@@ -62,8 +47,9 @@ std::string FailureText(const QSerialPort& port, const std::string& path) {
 
 QtSerialControl::QtSerialControl(QtEventDelivery& events) {
     events.WatchPort(&port_);
-    // A short wait that ends without bytes is an "error" too; told of it later, in the event loop,
-    // the loop would wake for nothing. The port is closed later: not inside a call of its own.
+    // A short wait that ends without bytes is an "error" too: queued as well, it would wake the
+    // event loop for nothing. The closing is queued because a port is not closed inside a call of
+    // its own.
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) {
                          if (error == QSerialPort::ResourceError)
@@ -96,17 +82,10 @@ void QtSerialControl::LosePort() {
     port_.close();
 }
 
-bool QtSerialControl::PortLost() const {
-    return lost_ || (port_.isOpen() && HungUp(port_));
-}
-
 void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     if (!port_.isOpen())
         return;
-    const std::span<const std::uint8_t> rest = bytes.subspan(WriteAtOnce(port_, bytes));
-    if (rest.empty())
-        return;
-    port_.write(reinterpret_cast<const char*>(rest.data()), static_cast<qint64>(rest.size()));
+    port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
     port_.flush();
 }
 
