@@ -31,7 +31,9 @@ void QtEventDelivery::DeliverEvents() {
     if (!sinceEventLoop_.hasExpired(EventLoopEvery) && PortHasBytes())
         return;
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    sinceEventLoop_.start();
+    // Where no bytes come there are no replies to be quick for: the next wait sleeps at once.
+    if (port_ && port_->bytesAvailable() > 0)
+        sinceEventLoop_.start();
 }
 
 }  // namespace Tamber
