@@ -6,74 +6,89 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <csignal>
 #include <fstream>
-#include <iostream>
-#include <utility>
 
 #include "Measure.hpp"
 
 namespace Tamber::Bench {
+namespace {
 
-void Require(bool good, const std::string& message) {
-    if (good)
-        return;
-    std::cerr << "bench: " << message << std::endl;
-    std::exit(EXIT_FAILURE);
+std::vector<std::string> BoardCommand(std::vector<std::string> options) {
+    UseCore(1);
+    options.insert(options.begin(), {BOARD_PROGRAM, "--link", "com1", "--type", "10", "--words",
+                                     "8192", "--eeprom", "256"});
+    return options;
 }
 
-std::vector<char*> Values(std::vector<std::string>& words) {
+}  // namespace
+
+Process::Process(std::vector<std::string> words, const std::filesystem::path& folder)
+    : name_(words[0]) {
     std::vector<char*> values;
     for (std::string& word : words)
         values.push_back(word.data());
     values.push_back(nullptr);
-    return values;
-}
-
-BoardProcess::BoardProcess(std::vector<std::string> options) {
-    MakeFolder();
-    std::vector<std::string> arguments{BOARD_PROGRAM, "--link", Port(),     "--type", "10",
-                                       "--words",     "8192",   "--eeprom", "256"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    const bool apart = UseCore(1);
-    Start(std::move(arguments));
-    Require(UseCore(0), "cannot choose a processor core");
-    if (!apart)
-        std::cerr << "bench: one core only; program and board share it" << std::endl;
-}
-
-BoardProcess::~BoardProcess() {
-    ::kill(process_, SIGTERM);
-    ::waitpid(process_, nullptr, 0);
-    std::error_code error;
-    std::filesystem::remove_all(folder_, error);
-}
-
-void BoardProcess::MakeFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "tamber-bench-XXXXXX";
-    Require(::mkdtemp(pattern.data()) != nullptr, "cannot make a working folder");
-    folder_ = pattern;
-    std::ofstream(folder_ / "tamber.cfg") << "1\r\n1\r\n1\r\n";
-    std::ofstream(folder_ / "tamber.dev") << "\"PIC16F877A\",10,8192,256,1\r\n";
-    std::ofstream(folder_ / "auto.cfg") << "0\r\n";
-}
-
-// Returns when the board has said that it is ready.
-void BoardProcess::Start(std::vector<std::string> arguments) {
-    const std::vector<char*> values = Values(arguments);
-    std::array<int, 2> output{};
-    Require(::pipe2(output.data(), O_CLOEXEC) == 0, "no pipe");
+    int pipe[2];
+    Require(::pipe2(pipe, O_CLOEXEC) == 0, "no pipe");
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-    const int failed =
-        ::posix_spawn(&process_, values[0], &actions, nullptr, values.data(), environ);
+    ::posix_spawn_file_actions_adddup2(&actions, pipe[1], STDOUT_FILENO);
+    ::posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    Require(::posix_spawn(&id_, values[0], &actions, nullptr, values.data(), environ) == 0,
+            "cannot start " + name_);
     ::posix_spawn_file_actions_destroy(&actions);
-    ::close(output[1]);
-    char first = 0;
-    Require(failed == 0 && ::read(output[0], &first, 1) == 1, "the simulated board does not start");
-    ::close(output[0]);
+    ::close(pipe[1]);
+    output_ = ::fdopen(pipe[0], "r");
+}
+
+Process::~Process() {
+    std::fclose(output_);
+    if (id_ < 0)
+        return;
+    ::kill(id_, SIGTERM);
+    ::waitpid(id_, nullptr, 0);
+}
+
+std::string Process::Line() {
+    char line[256];
+    Require(std::fgets(line, sizeof line, output_) != nullptr, name_ + " ends without output");
+    return line;
+}
+
+rusage Process::Wait() {
+    while (std::fgetc(output_) != EOF) {
+    }
+    int status = -1;
+    rusage used{};
+    Require(::wait4(id_, &status, 0, &used) == id_ && status == 0, name_ + " fails");
+    id_ = -1;
+    return used;
+}
+
+WorkingFolder::WorkingFolder() {
+    std::string pattern = std::filesystem::temp_directory_path() / "tamber-bench-XXXXXX";
+    Require(::mkdtemp(pattern.data()) != nullptr, "cannot make a working folder");
+    Path = pattern;
+    std::ofstream(Path / "tamber.cfg") << "1\r\n1\r\n1\r\n";
+    std::ofstream(Path / "tamber.dev") << "\"PIC16F877A\",10,8192,256,1\r\n";
+    std::ofstream(Path / "auto.cfg") << "0\r\n";
+}
+
+WorkingFolder::~WorkingFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(Path, error);
+}
+
+BoardProcess::BoardProcess(const std::vector<std::string>& options)
+    : process_(BoardCommand(options), Folder()) {
+    UseCore(0);
+    process_.Line();  // the board is ready
+}
+
+void FillProgramMemory(MemoryImage& image) {
+    for (int index = 0; index < 2 * MemoryImage::ProgramWordsMax; ++index)
+        image.SetByte(index, static_cast<std::uint8_t>(index * 37 >> 3 & 0x3F));
 }
 
 }  // namespace Tamber::Bench

@@ -1,40 +1,65 @@
 #pragma once
 
+#include <sys/resource.h>
 #include <sys/types.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "core/MemoryImage.hpp"
+
 namespace Tamber::Bench {
 
-/// A simulated board in a process of its own, on another processor core where there is one, with
-/// the largest device in its socket: 8,192 words, 256 bytes of EEPROM. It has a working folder in
-/// which COM1 leads to it. Ends the program with a message when the board does not start.
-class BoardProcess {
+/// Another program, run in a folder. Where it cannot be run, the benchmark ends with a message.
+class Process {
   public:
-    /// `options` go behind those that describe the device.
-    explicit BoardProcess(std::vector<std::string> options = {});
-    BoardProcess(const BoardProcess&) = delete;
-    BoardProcess& operator=(const BoardProcess&) = delete;
-    ~BoardProcess();
+    Process(std::vector<std::string> words, const std::filesystem::path& folder);
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    ~Process();
 
-    /// The working folder, with the program's data files for that device.
-    const std::filesystem::path& Folder() const { return folder_; }
-    std::filesystem::path Port() const { return folder_ / "com1"; }
+    /// Waits for a line of its output.
+    std::string Line();
+
+    /// Waits for its end, which must be a good one; returns what it used.
+    rusage Wait();
 
   private:
-    void MakeFolder();
-    void Start(std::vector<std::string> arguments);
-
-    std::filesystem::path folder_;
-    pid_t process_ = -1;
+    std::string name_;
+    pid_t id_ = -1;
+    std::FILE* output_ = nullptr;
 };
 
-/// Ends the program with a message when `good` is false.
-void Require(bool good, const std::string& message);
+/// A working folder of the program, with the largest device selected: 8,192 words, 256 bytes of
+/// EEPROM.
+class WorkingFolder {
+  public:
+    WorkingFolder();
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+    ~WorkingFolder();
 
-/// A command line as the system wants it, ended by a null pointer. It points into `words`.
-std::vector<char*> Values(std::vector<std::string>& words);
+    std::filesystem::path Path;
+};
+
+/// A simulated board in a process of its own, with that device in its socket, on another processor
+/// core where there is one. It has a working folder in which COM1 leads to it.
+class BoardProcess {
+  public:
+    /// `options` follow those that describe the device.
+    explicit BoardProcess(const std::vector<std::string>& options = {});
+
+    const std::filesystem::path& Folder() const { return folder_.Path; }
+    std::filesystem::path Port() const { return Folder() / "com1"; }
+
+  private:
+    WorkingFolder folder_;
+    Process process_;
+};
+
+/// Fills program memory, all 8,192 words, so that no block is like its neighbours.
+void FillProgramMemory(MemoryImage& image);
 
 }  // namespace Tamber::Bench

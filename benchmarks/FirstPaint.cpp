@@ -1,83 +1,43 @@
 #include "FirstPaint.hpp"
 
-#include <time.h>
 #include <unistd.h>
 
-#include <QDialog>
 #include <QEvent>
 #include <QMainWindow>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <string>
 
 namespace Tamber::Bench {
-namespace {
-
-constexpr int SettledAfter = 500;  // milliseconds
-
-long PeakMemory() {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmHWM:"))
-            return std::atol(line.c_str() + 6);
-    return 0;
-}
-
-}  // namespace
-
-double Nanoseconds() {
-    timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return static_cast<double>(time.tv_sec) * 1e9 + static_cast<double>(time.tv_nsec);
-}
 
 FirstPaintApplication::FirstPaintApplication(int& count, char** values)
-    : QApplication(count, values), start_(count > 1 ? std::atof(values[1]) : Nanoseconds()) {}
+    : QApplication(count, values), start_(count > 1 ? std::atof(values[1]) : 0) {}
 
-// The widgets of a window are painted one behind the other. The first event that is none of their
-// paintings comes when all of them, and the way to the screen, are done.
+// The widgets of a window are painted one after the other. The first event that paints none of them
+// comes when all of them, and the way to the screen, are done; the one posted here comes at once.
 bool FirstPaintApplication::notify(QObject* receiver, QEvent* event) {
     const bool paint = event->type() == QEvent::Paint && receiver->isWidgetType();
-    if (paint)
-        NotePainting(receiver);
-    else if (painting_ && paintDepth_ == 0)
-        PaintingEnds();
-    if (event->type() == QEvent::Hide && qobject_cast<QDialog*>(receiver))
-        DialogGoes();
+    if (paint && !painting_) {
+        painting_ = true;
+        postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+    } else if (!paint && painting_ && paintDepth_ == 0 && first_ == 0) {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        first_ = std::chrono::duration<double>(now).count() - start_;
+    }
+    if (paint && !ending_ &&
+        qobject_cast<QMainWindow*>(static_cast<QWidget*>(receiver)->window())) {
+        ending_ = true;
+        QTimer::singleShot(500, this, [this] {
+            std::printf("%.9f\n", first_);
+            std::fflush(stdout);
+            ::_exit(0);
+        });
+    }
     paintDepth_ += paint;
     const bool handled = QApplication::notify(receiver, event);
     paintDepth_ -= paint;
     return handled;
-}
-
-// The event posted here is the one that comes at once.
-void FirstPaintApplication::NotePainting(QObject* receiver) {
-    if (main_)
-        return;
-    if (!painting_)
-        postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
-    painting_ = true;
-    paintingMain_ |=
-        qobject_cast<QMainWindow*>(static_cast<QWidget*>(receiver)->window()) != nullptr;
-}
-
-void FirstPaintApplication::PaintingEnds() {
-    painting_ = false;
-    const double now = Nanoseconds();
-    if (!first_)
-        first_ = now;
-    if (!paintingMain_ || main_)
-        return;
-    main_ = now - Waited();
-    QTimer::singleShot(SettledAfter, [this] { Report(); });
-}
-
-void FirstPaintApplication::Report() const {
-    std::printf("%.0f %.0f %ld\n", *first_ - start_, *main_ - start_, PeakMemory());
-    std::fflush(stdout);
-    ::_exit(0);
 }
 
 }  // namespace Tamber::Bench

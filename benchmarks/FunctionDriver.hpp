@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "Measure.hpp"
-#include "NotedPlatform.hpp"
 #include "modFunc.hpp"
 #include "platform/qt/QtPlatform.hpp"
 #include "ui/mdiMain.hpp"
@@ -14,10 +13,20 @@ class QDialog;
 
 namespace Tamber::Bench {
 
-/// How a run of a device function went.
+/// What passed through the serial port, and when.
+struct Notes {
+    int Last = 0;     ///< the reply, counted from 1, whose taking ends the time
+    int Outputs = 0;  ///< the first begins the time
+    int Inputs = 0;
+    Time Begin{};
+    Time End{};
+};
+
+/// The times of a run of a device function, in seconds.
 struct FunctionTimes {
-    Spent Exchange;  ///< from the first request to the last reply of the region
-    Spent Whole;     ///< from the press of Run to the end of the run, its pauses included
+    double Wall = 0;  ///< from the first request to the last reply of the region
+    double Processor = 0;
+    double Whole = 0;  ///< from the press of Run to the end of the run, its pauses included
 };
 
 /// The program itself, on the screen, used as a user does: the function dialog is opened from the
@@ -31,21 +40,20 @@ class FunctionDriver {
     /// run does not go well.
     FunctionTimes Run(std::int16_t function, int replies);
 
-    /// Asks the board of `folder`, which must not answer, for a block: one wait for a reply, up to
-    /// its time-out, while nothing changes on the screen.
-    Spent TimeOut(const std::filesystem::path& folder);
-
     MemoryImage& Image() { return program_.image; }
 
   private:
     void InDialog(const std::function<void(QDialog&)>& use);
-    static void Choose(QDialog& dialog, std::int16_t function);
 
     modFunc program_;
     QtPlatform qt_;
     Notes notes_;
-    NotedPlatform platform_;
+    std::unique_ptr<Platform> platform_;  // takes the notes
     std::unique_ptr<mdiMain> window_;
 };
+
+/// Asks the board at `port`, which must not answer, for a block: one wait for a reply, up to its
+/// time-out, while nothing changes on the screen.
+Time TimeOut(const std::filesystem::path& port);
 
 }  // namespace Tamber::Bench

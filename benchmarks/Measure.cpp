@@ -4,6 +4,10 @@
 #include <time.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
 
 namespace Tamber::Bench {
 namespace {
@@ -14,7 +18,58 @@ double Seconds(clockid_t clock) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
+std::string Number(double value, const char* unit = "") {
+    char text[64];
+    std::snprintf(text, sizeof text, value >= 100 ? "%.1f%s%s" : "%.2f%s%s", value,
+                  *unit != 0 ? " " : "", unit);
+    return text;
+}
+
+std::string Text(const Bound& bound, Unit unit) {
+    if (bound.Kind == Bound::None)
+        return "";
+    if (bound.Kind == Bound::Ratio)
+        return "ratio <= " + Number(bound.Most);
+    if (bound.Least == 0)
+        return "<= " + Number(bound.Most / unit.Size, unit.Name);
+    return Number(bound.Least / unit.Size) + " to " + Number(bound.Most / unit.Size);
+}
+
+const char* Verdict(const Figure& figure, const Bound& bound) {
+    if (bound.Kind == Bound::None)
+        return "";
+    const double value = bound.Kind == Bound::Ratio ? figure.Ratio : figure.Measured;
+    return value >= bound.Least && value <= bound.Most ? "met" : "NOT MET";
+}
+
 }  // namespace
+
+void Require(bool good, const std::string& message) {
+    if (good)
+        return;
+    std::cerr << "bench: " << message << std::endl;
+    std::exit(EXIT_FAILURE);
+}
+
+int RoundsWanted(int count, char** values) {
+    return values[count - 1] == std::string_view("--quick") ? 3 : 11;
+}
+
+void UseCore(int core) {
+    cpu_set_t one;
+    CPU_ZERO(&one);
+    CPU_SET(core, &one);
+    if (sched_setaffinity(0, sizeof one, &one) != 0)
+        std::cerr << "bench: there is no processor core " << core << std::endl;
+}
+
+Time Time::Now() {
+    return {Seconds(CLOCK_MONOTONIC), Seconds(CLOCK_PROCESS_CPUTIME_ID)};
+}
+
+Time operator-(const Time& later, const Time& earlier) {
+    return {later.Wall - earlier.Wall, later.Processor - earlier.Processor};
+}
 
 double Median(std::vector<double> values) {
     std::sort(values.begin(), values.end());
@@ -22,66 +77,14 @@ double Median(std::vector<double> values) {
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
-Moment Moment::Now() {
-    return {Seconds(CLOCK_MONOTONIC), Seconds(CLOCK_PROCESS_CPUTIME_ID)};
-}
-
-Spent Moment::Since(const Moment& earlier) const {
-    return {Wall - earlier.Wall, Processor - earlier.Processor};
-}
-
-void Rounds::Add(const Spent& spent) {
-    wall_.push_back(spent.Wall);
-    processor_.push_back(spent.Processor);
-}
-
-double Rounds::Wall() const {
-    return Median(wall_);
-}
-
-double Rounds::Processor() const {
-    return Median(processor_);
-}
-
-double Rounds::Shortest() const {
-    return *std::min_element(wall_.begin(), wall_.end());
-}
-
-double Rounds::Longest() const {
-    return *std::max_element(wall_.begin(), wall_.end());
-}
-
-Comparison Compare(int rounds, const Work& program, const Work& yardstick) {
-    Comparison comparison;
-    program();
-    yardstick();
-    for (int round = 0; round < rounds; ++round) {
-        const bool programFirst = round % 2 == 0;
-        if (programFirst)
-            comparison.Program.Add(program());
-        comparison.Yardstick.Add(yardstick());
-        if (!programFirst)
-            comparison.Program.Add(program());
-    }
-    return comparison;
-}
-
-bool UseCore(int core) {
-    static const cpu_set_t allowed = [] {
-        cpu_set_t set;
-        CPU_ZERO(&set);
-        sched_getaffinity(0, sizeof set, &set);
-        return set;
-    }();
-    for (int number = 0; number < CPU_SETSIZE; ++number) {
-        if (!CPU_ISSET(number, &allowed) || core-- > 0)
-            continue;
-        cpu_set_t one;
-        CPU_ZERO(&one);
-        CPU_SET(number, &one);
-        return sched_setaffinity(0, sizeof one, &one) == 0;
-    }
-    return false;
+void PrintRow(const std::string& name, Unit unit, const Figure& figure, const Bound& bound) {
+    const bool compared = figure.Yardstick != 0;
+    std::printf("%-46s | %10s | %10s | %6s | %-17s | %s\n", name.c_str(),
+                Number(figure.Measured / unit.Size, unit.Name).c_str(),
+                compared ? Number(figure.Yardstick / unit.Size, unit.Name).c_str() : "",
+                compared ? Number(figure.Ratio).c_str() : "", Text(bound, unit).c_str(),
+                Verdict(figure, bound));
+    std::fflush(stdout);
 }
 
 }  // namespace Tamber::Bench

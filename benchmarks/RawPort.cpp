@@ -5,7 +5,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "BoardProcess.hpp"
+#include "Measure.hpp"
 
 namespace Tamber::Bench {
 namespace {
@@ -19,12 +19,11 @@ constexpr std::array<std::uint8_t, 2> Command(char letter) {
     return {1, static_cast<std::uint8_t>(letter)};
 }
 
-constexpr std::uint8_t High(int block) {
-    return static_cast<std::uint8_t>(block * 16 / 256);
-}
-
-constexpr std::uint8_t Low(int block) {
-    return static_cast<std::uint8_t>(block * 16 % 256);
+// The first bytes of a frame that names a block.
+template <std::size_t Length>
+std::array<std::uint8_t, Length> BlockFrame(int block, std::uint8_t words) {
+    return {Length - 1, static_cast<std::uint8_t>(block * 16 / 256),
+            static_cast<std::uint8_t>(block * 16), 0, words};
 }
 
 }  // namespace
@@ -43,48 +42,35 @@ RawPort::~RawPort() {
     ::close(port_);
 }
 
-Spent RawPort::ReadBlocks(int blocks) {
-    const Moment begin = Moment::Now();
+void RawPort::ReadBlocks(int blocks) {
     for (int block = 0; block < blocks; ++block) {
         Write(Command('R'));
-        Write(std::array<std::uint8_t, 5>{4, High(block), Low(block), 0, 1});
+        Write(BlockFrame<5>(block, 1));
         Read(ReadReply);
     }
-    return Moment::Now().Since(begin);
+    Write(Command('I'));
 }
 
-Spent RawPort::WriteBlocks(int blocks) {
-    const Moment begin = Moment::Now();
+void RawPort::WriteBlocks(int blocks) {
     Write(Command('W'));
     for (int block = 0; block < blocks; ++block) {
-        Write(std::array<std::uint8_t, 21>{20, High(block), Low(block), 0, 8});
+        Write(BlockFrame<21>(block, 8));
         Read(WriteReply);
         Require(reply_[1] == 0, "the board refused a block");
     }
-    const Spent spent = Moment::Now().Since(begin);
     Write(Command('W'));
-    return spent;
-}
-
-void RawPort::EndAndPause(int milliseconds) {
     Write(Command('I'));
-    ::poll(nullptr, 0, milliseconds);
 }
 
-Spent RawPort::Identify(int silence) {
-    const Moment begin = Moment::Now();
+void RawPort::Identify() {
     Write(Command('T'));
     Read(Identification);
-    ::poll(nullptr, 0, silence);
-    return Moment::Now().Since(begin);
 }
 
-Spent RawPort::WaitInVain() {
+void RawPort::WaitInVain() {
     Write(Command('R'));
-    const Moment begin = Moment::Now();
     pollfd wanted{port_, POLLIN, 0};
     Require(::poll(&wanted, 1, Patience) == 0, "the silent board has answered the yardstick");
-    return Moment::Now().Since(begin);
 }
 
 void RawPort::Write(std::span<const std::uint8_t> bytes) const {

@@ -5,8 +5,6 @@
 #include <filesystem>
 #include <span>
 
-#include "Measure.hpp"
-
 namespace Tamber::Bench {
 
 /// The link's yardstick: the same bytes sent and received with nothing but the system's own calls.
@@ -18,20 +16,17 @@ class RawPort {
     RawPort& operator=(const RawPort&) = delete;
     ~RawPort();
 
-    /// Reads `blocks` blocks, one request at a time.
-    Spent ReadBlocks(int blocks);
+    /// Reads `blocks` blocks, one request at a time, and ends.
+    void ReadBlocks(int blocks);
 
-    /// Writes `blocks` blocks inside one write sequence.
-    Spent WriteBlocks(int blocks);
+    /// Writes `blocks` blocks in one write sequence, and ends.
+    void WriteBlocks(int blocks);
 
-    /// Sends the end command, then sleeps.
-    void EndAndPause(int milliseconds);
-
-    /// Has the board identify itself and sleeps for `silence` milliseconds behind that.
-    Spent Identify(int silence);
+    /// Has the board identify itself.
+    void Identify();
 
     /// Waits 1000 ms for a reply that does not come.
-    Spent WaitInVain();
+    void WaitInVain();
 
   private:
     void Write(std::span<const std::uint8_t> bytes) const;
