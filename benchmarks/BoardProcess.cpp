@@ -14,6 +14,16 @@
 namespace Tamber::Bench {
 namespace {
 
+std::filesystem::path MakeWorkingFolder() {
+    std::string pattern = std::filesystem::temp_directory_path() / "tamber-bench-XXXXXX";
+    Require(::mkdtemp(pattern.data()) != nullptr, "cannot make a working folder");
+    const std::filesystem::path folder = pattern;
+    std::ofstream(folder / "tamber.cfg") << "1\r\n1\r\n1\r\n";
+    std::ofstream(folder / "tamber.dev") << "\"PIC16F877A\",10,8192,256,1\r\n";
+    std::ofstream(folder / "auto.cfg") << "0\r\n";
+    return folder;
+}
+
 std::vector<std::string> BoardCommand(std::vector<std::string> options) {
     UseCore(1);
     options.insert(options.begin(), {BOARD_PROGRAM, "--link", "com1", "--type", "10", "--words",
@@ -35,7 +45,7 @@ Process::Process(std::vector<std::string> words, const std::filesystem::path& fo
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_adddup2(&actions, pipe[1], STDOUT_FILENO);
     ::posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
-    Require(::posix_spawn(&id_, values[0], &actions, nullptr, values.data(), environ) == 0,
+    Require(::posix_spawnp(&id_, values[0], &actions, nullptr, values.data(), environ) == 0,
             "cannot start " + name_);
     ::posix_spawn_file_actions_destroy(&actions);
     ::close(pipe[1]);
@@ -66,24 +76,15 @@ rusage Process::Wait() {
     return used;
 }
 
-WorkingFolder::WorkingFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "tamber-bench-XXXXXX";
-    Require(::mkdtemp(pattern.data()) != nullptr, "cannot make a working folder");
-    Path = pattern;
-    std::ofstream(Path / "tamber.cfg") << "1\r\n1\r\n1\r\n";
-    std::ofstream(Path / "tamber.dev") << "\"PIC16F877A\",10,8192,256,1\r\n";
-    std::ofstream(Path / "auto.cfg") << "0\r\n";
-}
-
-WorkingFolder::~WorkingFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(Path, error);
-}
-
 BoardProcess::BoardProcess(const std::vector<std::string>& options)
-    : process_(BoardCommand(options), Folder()) {
+    : folder_(MakeWorkingFolder()), process_(BoardCommand(options), folder_) {
     UseCore(0);
     process_.Line();  // the board is ready
+}
+
+BoardProcess::~BoardProcess() {
+    std::error_code error;
+    std::filesystem::remove_all(folder_, error);
 }
 
 void FillProgramMemory(MemoryImage& image) {

@@ -32,30 +32,20 @@ class Process {
     std::FILE* output_ = nullptr;
 };
 
-/// A working folder of the program, with the largest device selected: 8,192 words, 256 bytes of
-/// EEPROM.
-class WorkingFolder {
-  public:
-    WorkingFolder();
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-    ~WorkingFolder();
-
-    std::filesystem::path Path;
-};
-
-/// A simulated board in a process of its own, with that device in its socket, on another processor
-/// core where there is one. It has a working folder in which COM1 leads to it.
+/// A simulated board in a process of its own, on another processor core where there is one, with
+/// the largest device in its socket: 8,192 words, 256 bytes of EEPROM. It has a working folder with
+/// the program's data files for that device, in which COM1 leads to the board.
 class BoardProcess {
   public:
     /// `options` follow those that describe the device.
     explicit BoardProcess(const std::vector<std::string>& options = {});
+    ~BoardProcess();
 
-    const std::filesystem::path& Folder() const { return folder_.Path; }
-    std::filesystem::path Port() const { return Folder() / "com1"; }
+    const std::filesystem::path& Folder() const { return folder_; }
+    std::filesystem::path Port() const { return folder_ / "com1"; }
 
   private:
-    WorkingFolder folder_;
+    std::filesystem::path folder_;
     Process process_;
 };
 

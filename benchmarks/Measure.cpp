@@ -26,20 +26,11 @@ std::string Number(double value, const char* unit = "") {
 }
 
 std::string Text(const Bound& bound, Unit unit) {
-    if (bound.Kind == Bound::None)
-        return "";
-    if (bound.Kind == Bound::Ratio)
+    if (bound.OfRatio)
         return "ratio <= " + Number(bound.Most);
     if (bound.Least == 0)
         return "<= " + Number(bound.Most / unit.Size, unit.Name);
     return Number(bound.Least / unit.Size) + " to " + Number(bound.Most / unit.Size);
-}
-
-const char* Verdict(const Figure& figure, const Bound& bound) {
-    if (bound.Kind == Bound::None)
-        return "";
-    const double value = bound.Kind == Bound::Ratio ? figure.Ratio : figure.Measured;
-    return value >= bound.Least && value <= bound.Most ? "met" : "NOT MET";
 }
 
 }  // namespace
@@ -79,11 +70,17 @@ double Median(std::vector<double> values) {
 
 void PrintRow(const std::string& name, Unit unit, const Figure& figure, const Bound& bound) {
     const bool compared = figure.Yardstick != 0;
+    const bool bounded = bound.Most != 0;
+    const double value = bound.OfRatio ? figure.Ratio : figure.Measured;
+    const bool met = value >= bound.Least && value <= bound.Most;
     std::printf("%-46s | %10s | %10s | %6s | %-17s | %s\n", name.c_str(),
                 Number(figure.Measured / unit.Size, unit.Name).c_str(),
                 compared ? Number(figure.Yardstick / unit.Size, unit.Name).c_str() : "",
-                compared ? Number(figure.Ratio).c_str() : "", Text(bound, unit).c_str(),
-                Verdict(figure, bound));
+                compared ? Number(figure.Ratio).c_str() : "",
+                bounded ? Text(bound, unit).c_str() : "",
+                !bounded ? ""
+                : met    ? "met"
+                         : "NOT MET");
     std::fflush(stdout);
 }
 

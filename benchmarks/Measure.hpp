@@ -88,26 +88,12 @@ constexpr Unit Microseconds{"us", 1e-6};
 constexpr Unit Milliseconds{"ms", 1e-3};
 constexpr Unit Mebibytes{"MiB", 1 << 20};
 
-/// What a figure is to keep to.
+/// What a figure, or its ratio to the yardstick, is to keep to.
 struct Bound {
-    enum { None, Ratio, Range } Kind = None;
     double Least = 0;
-    double Most = 0;
+    double Most = 0;  ///< 0: there is no bound
+    bool OfRatio = false;
 };
-
-constexpr Bound NoBound{};
-
-constexpr Bound RatioUpTo(double most) {
-    return {Bound::Ratio, 0, most};
-}
-
-constexpr Bound From(double least, double most) {
-    return {Bound::Range, least, most};
-}
-
-constexpr Bound UpTo(double most) {
-    return From(0, most);
-}
 
 /// Prints a row of the table.
 void PrintRow(const std::string& name, Unit unit, const Figure& figure, const Bound& bound);

@@ -17,45 +17,38 @@ constexpr int Blocks = MemoryImage::ProgramWordsMax / 8;
 constexpr double StartMax = 0.050;  // seconds, apart from the identification
 constexpr double Silence = 0.020;   // seconds; nothing may follow an identification for so long
 
-double Seconds(const timeval& time) {
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-}
-
-// What the companion takes for a command, all of it.
-Time Run(const BoardProcess& board, std::vector<std::string> words) {
+// Runs the companion to its end.
+void Run(const BoardProcess& board, std::vector<std::string> words) {
     words.insert(words.begin(), CLI_PROGRAM);
-    rusage used{};
-    const Time spent = Timed([&] { used = Process(words, board.Folder()).Wait(); });
-    return {spent.Wall, Seconds(used.ru_utime) + Seconds(used.ru_stime)};
+    Process(words, board.Folder()).Wait();
 }
 
 // The job without the start: what it takes longer than an identification, apart from the `pause`
 // in seconds that the function lets pass after its region.
 Time RunJob(const BoardProcess& board, const std::vector<std::string>& words, double pause) {
-    const Time start = Run(board, {"identify"});
-    return Run(board, words) - start - Time{pause, 0};
+    const Time start = Timed([&] { Run(board, {"identify"}); });
+    return Timed([&] { Run(board, words); }) - start - Time{pause, 0};
 }
 
 void MeasureStart(const BoardProcess& board, RawPort& raw, int rounds) {
     std::cerr << "Companion's start ..." << std::endl;
     const auto starts = Compare(
-        rounds, [&] { return Run(board, {"identify"}); },
+        rounds, [&] { return Timed([&] { Run(board, {"identify"}); }); },
         [&] { return Timed([&] { raw.Identify(); }); });
     const Figure start = starts.Of(&Time::Wall);
     PrintRow("Companion, start beyond identification", Milliseconds,
-             {start.Measured - start.Yardstick - Silence}, UpTo(StartMax));
+             {start.Measured - start.Yardstick - Silence}, {.Most = StartMax});
 }
 
 void MeasureJob(const BoardProcess& board, RawPort& raw, int rounds,
                 const std::vector<std::string>& words, double pause) {
-    const std::string name = "Companion, " + words[0] + " 8,192 words, ";
-    std::cerr << name << "..." << std::endl;
+    const std::string name = "Companion, " + words[0] + " 8,192 words, wall";
+    std::cerr << name << " ..." << std::endl;
     const bool writes = words[0] == "program";
     const auto jobs = Compare(
         rounds, [&] { return RunJob(board, words, pause); },
         [&] { return Timed([&] { writes ? raw.WriteBlocks(Blocks) : raw.ReadBlocks(Blocks); }); });
-    PrintRow(name + "wall", Milliseconds, jobs.Of(&Time::Wall), RatioUpTo(1.25));
-    PrintRow(name + "processor", Milliseconds, jobs.Of(&Time::Processor), NoBound);
+    PrintRow(name, Milliseconds, jobs.Of(&Time::Wall), {.Most = 1.25, .OfRatio = true});
 }
 
 void MeasureAll(int rounds) {

@@ -1,7 +1,6 @@
 // Work too short to be timed one go at a time: HEX files and the text of a view.
 
 #include <benchmark/benchmark.h>
-#include <stdio.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -79,7 +78,6 @@ void Measure(const char* name, int repetitions, Unit unit, const Bound& bound, W
                                          work();
                                  })
         ->Unit(benchmark::kSecond)
-
         ->MinTime(0.02)
         ->Repetitions(repetitions);
     RowReporter reporter(unit, bound);
@@ -90,13 +88,13 @@ void Measure(const char* name, int repetitions, Unit unit, const Bound& bound, W
 void MeasureTimes(int repetitions, const std::string& text, MemoryImage& image) {
     const fs::path file = fs::temp_directory_path() / "tamber-bench.hex";
     std::ofstream(file, std::ios::binary) << text;
-    Measure("Load 10,000 lines of HEX, file and all", repetitions, Milliseconds, UpTo(1e-3),
+    Measure("Load 10,000 lines of HEX, file and all", repetitions, Milliseconds, {.Most = 1e-3},
             [&] { Require(LoadHexFile(file, image).has_value(), "the HEX file is not accepted"); });
-    Measure("Save 8,192 words as HEX, the text alone", repetitions, Microseconds, NoBound,
+    Measure("Save 8,192 words as HEX, the text alone", repetitions, Microseconds, {},
             [&] { WriteText(image); });
     int row = 0;
-    Measure("Scroll step: text and checksum, 8,192 words", repetitions, Microseconds, UpTo(10e-6),
-            [&] {
+    Measure("Scroll step: text and checksum, 8,192 words", repetitions, Microseconds,
+            {.Most = 10e-6}, [&] {
                 row = (row + 1) % (Rows - ProgramDumpRows);
                 ShowRows(image, row);
                 benchmark::DoNotOptimize(ProgramChecksum(image, MemoryImage::ProgramWordsMax));
@@ -106,20 +104,17 @@ void MeasureTimes(int repetitions, const std::string& text, MemoryImage& image) 
 
 // Starts this program again under valgrind, which in the end prints "==123== Collected : 456": the
 // instructions spent in `function`.
-void CountInstructions(const char* name, const char* function, int parts, double most) {
-    const std::string command =
-        "valgrind --tool=callgrind --callgrind-out-file=/dev/null --toggle-collect='" +
-        std::string("Tamber::Bench::") + function + "*' '" +
-        fs::read_symlink("/proc/self/exe").string() + "' once 2>&1";
-    constexpr char Mark[] = "Collected :";
-    double counted = 0;
-    FILE* const output = ::popen(command.c_str(), "r");
-    char line[512];
-    while (output && std::fgets(line, sizeof line, output))
-        if (const char* found = std::strstr(line, Mark))
-            counted = std::atof(found + std::strlen(Mark));
-    Require(output && ::pclose(output) == 0 && counted > 0, "valgrind does not count");
-    PrintRow(name, {}, {counted / parts}, UpTo(most));
+void CountInstructions(const char* name, const std::string& function, int parts, double most) {
+    Process valgrind({"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
+                      "--log-fd=1", "--toggle-collect=Tamber::Bench::" + function + "*",
+                      fs::read_symlink("/proc/self/exe"), "once"},
+                     "/");
+    const std::string mark = "Collected :";
+    std::string line;
+    while (line.find(mark) == std::string::npos)
+        line = valgrind.Line();
+    const double counted = std::stod(line.substr(line.find(mark) + mark.size()));
+    PrintRow(name, {}, {counted / parts}, {.Most = most});
 }
 
 }  // namespace

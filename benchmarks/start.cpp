@@ -33,9 +33,9 @@ void MeasureOn(const char* desktop, const fs::path& folder, int rounds) {
         rounds, [&] { return Start("bench-start-program", folder); },
         [&] { return Start("bench-start-minimal", folder); });
     PrintRow(std::string("First paint, the splash, ") + desktop, Milliseconds,
-             starts.Of(&Sample::FirstPaint), RatioUpTo(1.25));
+             starts.Of(&Sample::FirstPaint), {.Most = 1.25, .OfRatio = true});
     PrintRow(std::string("Peak memory, ") + desktop, Mebibytes, starts.Of(&Sample::Memory),
-             RatioUpTo(1.5));
+             {.Most = 1.5, .OfRatio = true});
 }
 
 }  // namespace
