@@ -16,8 +16,7 @@ namespace Tamber::Bench {
 class Process {
   public:
     Process(std::vector<std::string> words, const std::filesystem::path& folder);
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
+    Process(Process&&) = delete;
     ~Process();
 
     /// Waits for a line of its output.

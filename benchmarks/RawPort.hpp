@@ -27,8 +27,7 @@ class RawPort {
         Require(::tcsetattr(port_, TCSANOW, &settings) == 0, "cannot set up " + port.string());
         Write(Command('j'));  // device type 10
     }
-    RawPort(const RawPort&) = delete;
-    RawPort& operator=(const RawPort&) = delete;
+    RawPort(RawPort&&) = delete;
     ~RawPort() { ::close(port_); }
 
     /// Reads `blocks` blocks, one request at a time, and ends.
@@ -63,12 +62,10 @@ class RawPort {
     void WaitInVain() {
         Write(Command('R'));
         pollfd wanted{port_, POLLIN, 0};
-        Require(::poll(&wanted, 1, Patience) == 0, "the silent board has answered the yardstick");
+        Require(::poll(&wanted, 1, 1000) == 0, "the silent board has answered the yardstick");
     }
 
   private:
-    static constexpr int Patience = 1000;  // milliseconds
-
     static std::array<std::uint8_t, 2> Command(char letter) {
         return {1, static_cast<std::uint8_t>(letter)};
     }
@@ -88,7 +85,7 @@ class RawPort {
     void Read(std::size_t length) {
         pollfd wanted{port_, POLLIN, 0};
         for (std::size_t came = 0; came < length;) {
-            Require(::poll(&wanted, 1, Patience) == 1, "the board does not answer");
+            Require(::poll(&wanted, 1, 1000) == 1, "the board does not answer");
             const ssize_t count = ::read(port_, reply_.data() + came, reply_.size() - came);
             Require(count > 0, "cannot read from the port");
             came += static_cast<std::size_t>(count);

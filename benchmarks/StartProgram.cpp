@@ -4,7 +4,6 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <filesystem>
-#include <iostream>
 
 #include "FirstPaint.hpp"
 #include "StartUp.hpp"
@@ -14,10 +13,8 @@
 int main(int count, char** values) {
     using namespace Tamber;
     modFunc program;
-    if (const auto started = StartUp(std::filesystem::current_path(), program); !started) {
-        std::cerr << Describe(started.error()) << std::endl;
+    if (!StartUp(std::filesystem::current_path(), program))
         return EXIT_FAILURE;
-    }
     Bench::FirstPaintApplication application(count, values);
     QtPlatform platform(program.AppPath);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -14,8 +14,7 @@ namespace Tamber::Bench {
 namespace {
 
 constexpr int Blocks = MemoryImage::ProgramWordsMax / 8;
-constexpr double StartMax = 0.050;  // seconds, apart from the identification
-constexpr double Silence = 0.020;   // seconds; nothing may follow an identification for so long
+constexpr double Silence = 0.020;  // seconds; nothing may follow an identification for so long
 
 // Runs the companion to its end.
 void Run(const BoardProcess& board, std::vector<std::string> words) {
@@ -37,7 +36,7 @@ void MeasureStart(const BoardProcess& board, RawPort& raw, int rounds) {
         [&] { return Timed([&] { raw.Identify(); }); });
     const Figure start = starts.Of(&Time::Wall);
     PrintRow("Companion, start beyond identification", Milliseconds,
-             {start.Measured - start.Yardstick - Silence}, {.Most = StartMax});
+             {start.Measured - start.Yardstick - Silence}, {.Most = 0.050});
 }
 
 void MeasureJob(const BoardProcess& board, RawPort& raw, int rounds,

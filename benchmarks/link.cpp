@@ -90,29 +90,6 @@ class NotedPlatform final : public Platform, private MessageBoxes {
     Notes& notes_;
 };
 
-// The program itself, on the screen, used as a user does: the function dialog is opened from the
-// menu, a function chosen, Run pressed and the dialog closed.
-class FunctionDriver {
-  public:
-    // Starts the program in `folder` and waits until the board has been found.
-    explicit FunctionDriver(const std::filesystem::path& folder);
-
-    // Runs a function on program memory alone; returns the time from the first request to the last
-    // block's reply. Ends the benchmark when the run does not go well.
-    Time Run(std::int16_t function);
-
-    MemoryImage& Image() { return program_.image; }
-
-  private:
-    void UseDialog(QDialog& dialog, std::int16_t function);
-
-    modFunc program_;
-    QtPlatform qt_;
-    Notes notes_;
-    NotedPlatform platform_{qt_, notes_};
-    std::unique_ptr<mdiMain> window_;
-};
-
 template <typename Control>
 Control& Find(QObject& parent, const char* name) {
     auto* control = parent.findChild<Control*>(name);
@@ -126,41 +103,58 @@ void LetEventsRun(int milliseconds) {
     loop.exec();
 }
 
-FunctionDriver::FunctionDriver(const std::filesystem::path& folder) : qt_(folder) {
-    const auto started = StartUp(folder, program_);
-    Require(started.has_value(), started ? std::string() : Describe(started.error()));
-    QApplication::setQuitOnLastWindowClosed(false);
-    window_ = std::make_unique<mdiMain>(program_, platform_);
-    window_->MDIForm_Load();
-    window_->show();
-    LetEventsRun(200);
-    Require(program_.link.ProgrammerFound, "the program has not found the board");
-}
+// The program itself, on the screen, used as a user does: the function dialog is opened from the
+// menu, a function chosen, Run pressed and the dialog closed.
+class FunctionDriver {
+  public:
+    // Starts the program in `folder` and waits until the board has been found.
+    explicit FunctionDriver(const std::filesystem::path& folder) : qt_(folder) {
+        const auto started = StartUp(folder, program_);
+        Require(started.has_value(), started ? std::string() : Describe(started.error()));
+        QApplication::setQuitOnLastWindowClosed(false);
+        window_ = std::make_unique<mdiMain>(program_, platform_);
+        window_->MDIForm_Load();
+        window_->show();
+        LetEventsRun(200);
+        Require(program_.link.ProgrammerFound, "the program has not found the board");
+    }
 
-Time FunctionDriver::Run(std::int16_t function) {
-    QTimer::singleShot(0, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        Require(dialog != nullptr && dialog->objectName() == "frmFunction",
-                "the function dialog does not open");
-        UseDialog(*dialog, function);
-    });
-    Find<QAction>(*window_, "DeviceFunction").trigger();
-    return notes_.End - notes_.Begin;
-}
+    // Runs a function on program memory alone; returns the time from the first request to the last
+    // block's reply. Ends the benchmark when the run does not go well.
+    Time Run(std::int16_t function) {
+        QTimer::singleShot(0, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            Require(dialog != nullptr && dialog->objectName() == "frmFunction",
+                    "the function dialog does not open");
+            UseDialog(*dialog, function);
+        });
+        Find<QAction>(*window_, "DeviceFunction").trigger();
+        return notes_.End - notes_.Begin;
+    }
 
-void FunctionDriver::UseDialog(QDialog& dialog, std::int16_t function) {
-    Find<QListWidget>(dialog, "listFunction").setCurrentRow(function);
-    for (const char* other : {"chkEM", "chkID", "chkCW"})
-        Find<QCheckBox>(dialog, other).setChecked(false);
-    LetEventsRun(20);  // until the dialog has been painted
-    notes_ = {.Last = Blocks};
-    Find<QPushButton>(dialog, "cmdRun").click();
-    const std::string message = Find<QLabel>(dialog, "lblMsg0").text().toStdString();
-    Require(message.ends_with("   OK!"), "the run ended with: " + message);
-    Require(notes_.Inputs == Blocks, "the run did not take all replies");
-    if (dialog.isVisible())
-        Find<QPushButton>(dialog, "cmdClose").click();
-}
+    MemoryImage& Image() { return program_.image; }
+
+  private:
+    void UseDialog(QDialog& dialog, std::int16_t function) {
+        Find<QListWidget>(dialog, "listFunction").setCurrentRow(function);
+        for (const char* other : {"chkEM", "chkID", "chkCW"})
+            Find<QCheckBox>(dialog, other).setChecked(false);
+        LetEventsRun(20);  // until the dialog has been painted
+        notes_ = {.Last = Blocks};
+        Find<QPushButton>(dialog, "cmdRun").click();
+        const std::string message = Find<QLabel>(dialog, "lblMsg0").text().toStdString();
+        Require(message.ends_with("   OK!"), "the run ended with: " + message);
+        Require(notes_.Inputs == Blocks, "the run did not take all replies");
+        if (dialog.isVisible())
+            Find<QPushButton>(dialog, "cmdClose").click();
+    }
+
+    modFunc program_;
+    QtPlatform qt_;
+    Notes notes_;
+    NotedPlatform platform_{qt_, notes_};
+    std::unique_ptr<mdiMain> window_;
+};
 
 // Asks the board at `port`, which must not answer, for a block: one wait for a reply, up to its
 // time-out, while nothing changes on the screen.

@@ -2,8 +2,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -36,8 +34,6 @@ namespace Tamber::Bench {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int Lines = HexRecordTableMax;
 constexpr int Rows = MemoryImage::ProgramWordsMax / 8;
 
@@ -52,41 +48,38 @@ std::string HexText(const MemoryImage& image) {
     return text.substr(0, (Lines - 1) * LineLength) + ":00000001FF\r\n";
 }
 
-// Prints the median processor time of a benchmark's repetitions as a row.
-class RowReporter final : public benchmark::BenchmarkReporter {
+// Keeps the median processor time of a benchmark's repetitions.
+class MedianReporter final : public benchmark::BenchmarkReporter {
   public:
-    RowReporter(Unit unit, const Bound& bound) : unit_(unit), bound_(bound) {}
-
     bool ReportContext(const Context&) override { return true; }
 
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs)
             if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                PrintRow(run.run_name.function_name, unit_, {run.GetAdjustedCPUTime()}, bound_);
+                Median = run.GetAdjustedCPUTime();
     }
 
-  private:
-    Unit unit_;
-    Bound bound_;
+    double Median = 0;
 };
 
 template <typename Work>
 void Measure(const char* name, int repetitions, Unit unit, const Bound& bound, Work work) {
-    benchmark::RegisterBenchmark(name,
-                                 [&work](benchmark::State& state) {
-                                     for ([[maybe_unused]] auto go : state)
-                                         work();
-                                 })
+    const auto repeat = [&work](benchmark::State& state) {
+        for ([[maybe_unused]] auto go : state)
+            work();
+    };
+    benchmark::RegisterBenchmark(name, repeat)
         ->Unit(benchmark::kSecond)
         ->MinTime(0.02)
         ->Repetitions(repetitions);
-    RowReporter reporter(unit, bound);
+    MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::ClearRegisteredBenchmarks();
+    PrintRow(name, unit, {reporter.Median}, bound);
 }
 
 void MeasureTimes(int repetitions, const std::string& text, MemoryImage& image) {
-    const fs::path file = fs::temp_directory_path() / "tamber-bench.hex";
+    const std::filesystem::path file = std::filesystem::temp_directory_path() / "tamber-bench.hex";
     std::ofstream(file, std::ios::binary) << text;
     Measure("Load 10,000 lines of HEX, file and all", repetitions, Milliseconds, {.Most = 1e-3},
             [&] { Require(LoadHexFile(file, image).has_value(), "the HEX file is not accepted"); });
@@ -99,7 +92,7 @@ void MeasureTimes(int repetitions, const std::string& text, MemoryImage& image) 
                 ShowRows(image, row);
                 benchmark::DoNotOptimize(ProgramChecksum(image, MemoryImage::ProgramWordsMax));
             });
-    fs::remove(file);
+    std::filesystem::remove(file);
 }
 
 // Starts this program again under valgrind, which in the end prints "==123== Collected : 456": the
@@ -107,7 +100,7 @@ void MeasureTimes(int repetitions, const std::string& text, MemoryImage& image) 
 void CountInstructions(const char* name, const std::string& function, int parts, double most) {
     Process valgrind({"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null",
                       "--log-fd=1", "--toggle-collect=Tamber::Bench::" + function + "*",
-                      fs::read_symlink("/proc/self/exe"), "once"},
+                      std::filesystem::read_symlink("/proc/self/exe"), "once"},
                      "/");
     const std::string mark = "Collected :";
     std::string line;
@@ -127,10 +120,10 @@ int main(int count, char** values) {
     FillProgramMemory(*image);
     const std::string text = HexText(*image);
     ReadText(text, *image);
-    if (count > 1 && std::strcmp(values[1], "once") == 0) {
+    if (count > 1 && values[1] == std::string("once")) {
         WriteText(*image);
         ShowRows(*image, 0);
-        return EXIT_SUCCESS;
+        return 0;
     }
     UseCore(0);
     MeasureTimes(RoundsWanted(count, values), text, *image);

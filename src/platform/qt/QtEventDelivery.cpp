@@ -28,12 +28,14 @@ bool QtEventDelivery::PortHasBytes() {
 }
 
 void QtEventDelivery::DeliverEvents() {
-    if (!sinceEventLoop_.hasExpired(EventLoopEvery) && PortHasBytes())
-        return;
+    if (replying_ && !sinceEventLoop_.hasExpired(EventLoopEvery)) {
+        replying_ = PortHasBytes();
+        if (replying_)
+            return;
+    }
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    // Where no bytes come there are no replies to be quick for: the next wait sleeps at once.
-    if (port_ && port_->bytesAvailable() > 0)
-        sinceEventLoop_.start();
+    sinceEventLoop_.start();
+    replying_ = replying_ || (port_ && port_->bytesAvailable() > 0);
 }
 
 }  // namespace Tamber
