@@ -130,8 +130,15 @@ Outcome InspectFile(Context& context) {
     const auto text = ReadHexText(context);
     if (!text)
         return tl::unexpected(text.error());
-    const HexInspection inspection = InspectHexText(*text, context.Device());
-    for (const std::string& line : InspectionLines(inspection, context.Device()))
+    const DeviceRecord& device = context.Device();
+    const HexInspection inspection = InspectHexText(*text, device);
+    context.Facts["inspection"] = InspectionFacts(inspection, device);
+
+    Lines lines{fmt::format("{}, {}; for {}:", Count(inspection.Lines, "line"),
+                            Count(inspection.DataRecords, "data record"), device.Name)};
+    AddContents(lines, inspection, device);
+    AddFindings(lines, inspection);
+    for (const std::string& line : lines)
         context.Screen.Asked(line);
     if (inspection.Refusal)
         return Failed(ExitStatus::FileUnusable,
