@@ -26,7 +26,7 @@ complete -c tamber-cli -l device -x -a '(__tamber_cli_devices)' -d 'Device'
 complete -c tamber-cli -l port -r -F -a '1 2 3 4' -d 'Serial port'
 complete -c tamber-cli -l only -x -a 'pm eeprom id config' -d 'Regions that take part'
 complete -c tamber-cli -l simulate -d 'Use a simulated board'
-complete -c tamber-cli -l socket -r -F -d "File that keeps its socket's contents"
+complete -c tamber-cli -l socket -r -F -d 'File that keeps the contents of its socket'
 complete -c tamber-cli -l trace -r -F -d 'Write every frame and reply'
 complete -c tamber-cli -l json -d 'One JSON object'
 complete -c tamber-cli -s q -l quiet -d 'Say nothing of what went well'

@@ -9,7 +9,7 @@ namespace Tamber::Cli {
 namespace {
 
 using Lines = std::vector<std::string>;
-using Simulator::FaultPlan;
+using Shape = Simulator::DeviceShape;
 
 Lines LinesOf(const std::string& text) {
     Lines lines;
@@ -114,37 +114,20 @@ class Transcript : public testing::TestWithParam<const char*> {
         const auto length = [&](std::size_t i) { return static_cast<std::size_t>(number(i)); };
         if (words.at(0) == "replay")
             return bench.Replay(FileText(words.at(1)));
+        using std::chrono::milliseconds;
         const std::map<std::string, std::function<void()>> settings{
-            {"device",
-             [&] {
-                 bench.Insert({number(1), number(2), number(3)});
-             }},
-            {"name", [&] { bench.Insert({}, {words.at(1)}); }},
+            {"device", [&] { bench.Insert(Shape(number(1), number(2), number(3))); }},
+            {"name", [&] { bench.Insert(Shape(), Simulator::Identification(words.at(1))); }},
             {"byte", [&] { bench.engine->Memory().SetByte(length(1) & 0xFFFF, byte(2)); }},
-            {"silent", [&] { faults_.SilentFrom = number(1); }},
-            {"short",
-             [&] {
-                 faults_.ReplyLength = {number(1), length(2)};
-             }},
-            {"altered",
-             [&] {
-                 faults_.AlteredByte = {number(1), length(2), byte(3)};
-             }},
-            {"refused",
-             [&] {
-                 faults_.RefusedWrite = {byte(1), byte(2)};
-             }},
-            {"identification", [&] { faults_.IdentificationLength = length(1); }},
-            {"late",
-             [&] {
-                 faults_.delay = {{}, std::chrono::milliseconds(number(1))};
-             }},
+            {"silent", [&] { faults_.silentFrom = number(1); }},
+            {"short", [&] { faults_.replyLength.emplace(number(1), length(2)); }},
+            {"altered", [&] { faults_.alteredByte.emplace(number(1), length(2), byte(3)); }},
+            {"refused", [&] { faults_.refusedWrite.emplace(byte(1), byte(2)); }},
+            {"identification", [&] { faults_.identificationLength = length(1); }},
+            {"late", [&] { faults_.delay.emplace(std::nullopt, milliseconds(number(1))); }},
             {"denied", [&] { bench.desktop.portFailure = "Access denied"; }},
             {"lost", [&] { bench.LosePortAfter(length(1)); }},
-            {"adapter",
-             [&] {
-                 bench.machine.ports = {{words.at(1), "USB adapter", words.at(2)}};
-             }},
+            {"adapter", [&] { bench.machine.ports.emplace_back(words.at(1), "USB", words.at(2)); }},
             {"link", [&] { std::filesystem::create_symlink(words.at(2), words.at(1)); }},
             {"terminal", [&] { bench.terminal = bench.colour = true; }},
         };
@@ -220,7 +203,7 @@ class Transcript : public testing::TestWithParam<const char*> {
     }
 
     std::optional<CliBench> bench_;
-    FaultPlan faults_;
+    Simulator::FaultPlan faults_;
     std::optional<Step> step_;
 };
 
