@@ -33,7 +33,7 @@ void CliBench::Spoil(const Simulator::FaultPlan& faults) {
 
 void CliBench::Replay(const std::string& trace) {
     board = std::make_unique<Simulator::ReplayBoard>(desktop.Clock(),
-                                                     std::get<0>(Simulator::ReadTrace(trace)));
+                                                     Simulator::ReadTrace(trace).value());
     desktop.board = board.get();
 }
 

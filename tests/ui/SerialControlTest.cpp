@@ -1,6 +1,7 @@
 // What every serial port promises, and what only the system's own does.
 
 #include <fcntl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <numeric>
@@ -38,6 +39,15 @@ struct SystemLine {
         if (farEnd >= 0)
             ::close(std::exchange(farEnd, -1));
     }
+    // Returns how often something woke the program meanwhile.
+    int LetEventsRun() {
+        bool over = false;
+        int wakings = 0;
+        QTimer::singleShot(20, [&] { over = true; });
+        for (; !over; ++wakings)
+            events.DeliverEvents();
+        return wakings;
+    }
 
     int farEnd = ::posix_openpt(O_RDWR | O_NOCTTY);
     std::filesystem::path path;
@@ -52,6 +62,7 @@ struct FakeLine {
     }
     std::string Noted() { return desktop.record.back(); }
     void Lose() { desktop.portLost = true; }
+    void LetEventsRun() {}
 
     FakeDesktop desktop;
     std::filesystem::path path = "com1";
@@ -105,8 +116,9 @@ TYPED_TEST(EverySerialControl, CarriesEveryByteUnchangedAndInOrder) {
 TYPED_TEST(EverySerialControl, IsSilentWhenItIsLost) {
     ASSERT_TRUE(this->control->PortOpen(this->path));
     this->Lose();
-    this->ExpectSilence();
+    this->LetEventsRun();
     EXPECT_TRUE(this->control->PortLost());
+    this->ExpectSilence();
 }
 
 using SystemPort = EverySerialControl<SystemLine>;
@@ -121,14 +133,15 @@ TEST_F(SystemPort, DoesNotWakeTheProgramAgainAfterALineIsHungUp) {
     ASSERT_TRUE(control->PortOpen(path));
     Lose();
     errno = 0;  // that of an earlier call would be taken for a fault of the port
-    bool over = false;
-    int wakings = 0;
-    QTimer::singleShot(20, [&] { over = true; });
-    for (; !over; ++wakings)
-        events.DeliverEvents();
-    EXPECT_LT(wakings, 30);
-    EXPECT_TRUE(control->PortLost());
-    ExpectSilence();
+    EXPECT_LT(LetEventsRun(), 30);
+}
+
+TEST_F(SystemPort, RunsAt57600BaudWithEightBitsAndNoParity) {
+    ASSERT_TRUE(control->PortOpen(path));
+    termios line{};
+    ASSERT_EQ(::tcgetattr(farEnd, &line), 0);
+    EXPECT_EQ(::cfgetospeed(&line), speed_t{B57600});
+    EXPECT_EQ(line.c_cflag & (CSIZE | PARENB | CSTOPB), tcflag_t{CS8});
 }
 
 TEST_F(SystemPort, SaysWhatIsNoPort) {
