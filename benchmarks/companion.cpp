@@ -1,6 +1,5 @@
 // The command-line companion as whole processes, against a loop of the system's own calls.
 
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,7 +29,6 @@ Time RunJob(const BoardProcess& board, const std::vector<std::string>& words, do
 }
 
 void MeasureStart(const BoardProcess& board, RawPort& raw, int rounds) {
-    std::cerr << "Companion's start ..." << std::endl;
     const auto starts = Compare(
         rounds, [&] { return Timed([&] { Run(board, {"identify"}); }); },
         [&] { return Timed([&] { raw.Identify(); }); });
@@ -42,7 +40,6 @@ void MeasureStart(const BoardProcess& board, RawPort& raw, int rounds) {
 void MeasureJob(const BoardProcess& board, RawPort& raw, int rounds,
                 const std::vector<std::string>& words, double pause) {
     const std::string name = "Companion, " + words[0] + " 8,192 words, wall";
-    std::cerr << name << " ..." << std::endl;
     const bool writes = words[0] == "program";
     const auto jobs = Compare(
         rounds, [&] { return RunJob(board, words, pause); },

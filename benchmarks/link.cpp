@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -172,7 +171,6 @@ Time TimeOut(const std::filesystem::path& port) {
 // The wall and processor time of a round trip.
 void MeasureFunction(FunctionDriver& program, RawPort& raw, const std::string& name,
                      std::int16_t function, int rounds) {
-    std::cerr << name << " ..." << std::endl;
     const bool writes = function == FunctionProgram;
     const auto runs = Compare(
         rounds, [&] { return program.Run(function); },
@@ -198,7 +196,6 @@ void MeasureAtOnce(int rounds) {
 }
 
 void MeasureAtPace(int rounds) {
-    std::cerr << "Read at 57600 baud ..." << std::endl;
     const BoardProcess board({"--pace", "57600"});
     const BoardProcess rawBoard({"--pace", "57600"});
     FunctionDriver program(board.Folder());
@@ -211,7 +208,6 @@ void MeasureAtPace(int rounds) {
 }
 
 void MeasureSilence(int rounds) {
-    std::cerr << "Silence ..." << std::endl;
     const BoardProcess board({"--silent-from", "1"});
     const BoardProcess rawBoard({"--silent-from", "1"});
     RawPort raw(rawBoard.Port());

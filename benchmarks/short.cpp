@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -127,7 +126,6 @@ int main(int count, char** values) {
     }
     UseCore(0);
     MeasureTimes(RoundsWanted(count, values), text, *image);
-    std::cerr << "Instructions ..." << std::endl;
     CountInstructions("Read HEX, instructions a record", "ReadText", Lines, 650);
     CountInstructions("Write HEX, instructions a record", "WriteText", Rows + 34, 310);
     CountInstructions("Dump, instructions a row", "ShowRows", ProgramDumpRows, 1300);

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <string>
 
 #include "BoardProcess.hpp"
@@ -27,7 +26,6 @@ Sample Start(const char* name, const fs::path& folder) {
 }
 
 void MeasureOn(const char* desktop, const fs::path& folder, int rounds) {
-    std::cerr << "Start, " << desktop << " ..." << std::endl;
     ::setenv("QT_QPA_PLATFORM", desktop, 1);
     const auto starts = Compare(
         rounds, [&] { return Start("bench-start-program", folder); },
