@@ -11,7 +11,6 @@
 #endif
 
 namespace Tamber {
-namespace {
 
 bool HungUp([[maybe_unused]] const QSerialPort& port) {
 #ifdef Q_OS_UNIX
@@ -21,8 +20,6 @@ bool HungUp([[maybe_unused]] const QSerialPort& port) {
     return false;
 #endif
 }
-
-}  // namespace
 
 // The port sleeps on notifiers of its own.
 HangUpWatch::HangUpWatch(QSerialPort& port, std::function<void()> lost)

@@ -82,6 +82,10 @@ void QtSerialControl::LosePort() {
     port_.close();
 }
 
+bool QtSerialControl::PortLost() const {
+    return lost_ || (port_.isOpen() && HungUp(port_));
+}
+
 void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
     if (!port_.isOpen())
         return;

@@ -21,7 +21,7 @@ class QtSerialControl final : public SerialControl {
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
     void Input(std::vector<std::uint8_t>& bytes) override;
-    bool PortLost() const override { return lost_; }
+    bool PortLost() const override;
 
   private:
     void LosePort();
