@@ -31,23 +31,6 @@ TEST(HexSave, WritesWhatAnotherToolWritesRecordByRecord) {
     }
 }
 
-TEST(HexSave, ABlankImageIsWrittenInFullForADeviceWithoutProgramMemoryOrEeprom) {
-    MemoryImage image;
-    image.ClearProgramMemory(6);
-    image.ClearEeprom();
-    image.ClearConfiguration();
-    const std::string text = HexFileText(image, 0);
-    EXPECT_EQ(text.size(), (1 + 32) * 45u + 13u);
-    EXPECT_TRUE(
-        text.starts_with(":10400000FFFFFFFFFFFFFFFFFFFFFFFFFFFFFF3F80\r\n"
-                         ":10420000FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFBE\r\n"))
-        << text;
-    EXPECT_TRUE(
-        HexFileText(image, 9).starts_with(":10000000FF3FFF3FFF3FFF3FFF3FFF3FFF3FFF3F00\r\n"
-                                          ":10001000FF3FFF3FFF3FFF3FFF3FFF3FFF3FFF3FF0\r\n"
-                                          ":1040"));
-}
-
 TEST(HexSave, WhatIsSavedLoadsBackAndNoAddressComesTwice) {
     std::mt19937 random(20240229);
     constexpr int least = std::numeric_limits<int>::min();
