@@ -127,17 +127,18 @@ class CommandLine {
 
     void AddBoard() {
         group_ = "Board";
-        auto& [name, major, minor] = options_.Identity;
         Add("--name", "NAME", "The board's name, 1 to 5 printable characters",
             [&](const std::string& text) {
-                name = text;
+                options_.Identity.Name = text;
                 return !text.empty() && text.size() <= 5 && Printable(text);
             });
         Add("--version", "X.Y", "The board's version, two characters around a point",
             [&](const std::string& text) {
                 const bool good = text.size() == 3 && text[1] == '.' && Printable(text);
-                major = good ? text.front() : major;
-                minor = good ? text.back() : minor;
+                if (good) {
+                    options_.Identity.Major = text.front();
+                    options_.Identity.Minor = text.back();
+                }
                 return good;
             });
         AddText("--link", "PATH", "Keep a symbolic link to the pseudo-terminal there",
@@ -156,14 +157,21 @@ class CommandLine {
         group_ = FaultGroup;
         AddNumber("--silent-from", "K", "No answer from request K on", Request, plan_.SilentFrom);
         AddNumbers("--reply-length", "K:N", "The reply to request K has N bytes, 0 to 1024",
-                   {Request, Length}, [&](auto& n) { plan_.ReplyLength.emplace(n[0], n[1]); });
+                   {Request, Length}, [&](auto& n) {
+                       plan_.ReplyLength = {n[0], static_cast<std::size_t>(n[1])};
+                   });
         AddNumbers("--alter-reply", "K:I:V",
                    "Byte I (from 0) of the reply to request K has the value V",
-                   {Request, {0, 1023}, Byte},
-                   [&](auto& n) { plan_.AlteredByte.emplace(n[0], n[1], n[2]); });
+                   {Request, {0, 1023}, Byte}, [&](auto& n) {
+                       plan_.AlteredByte = {n[0], static_cast<std::size_t>(n[1]),
+                                            static_cast<std::uint8_t>(n[2])};
+                   });
         AddNumbers("--refuse-write", "ADDRESS:LOW",
                    "The block at that byte address is refused with that low byte",
-                   {{0, 0xFFFF}, Byte}, [&](auto& n) { plan_.RefusedWrite.emplace(n[0], n[1]); });
+                   {{0, 0xFFFF}, Byte}, [&](auto& n) {
+                       plan_.RefusedWrite = {static_cast<std::uint16_t>(n[0]),
+                                             static_cast<std::uint8_t>(n[1])};
+                   });
         AddNumber("--identification-length", "N", "Identifications have N bytes, 0 to 1024", Length,
                   plan_.IdentificationLength);
         Add("--delay", "[K:]MS", "The reply to request K, or every one, is MS milliseconds late",
@@ -178,8 +186,8 @@ class CommandLine {
         const bool all = text.find(':') == std::string::npos;
         const Numbers numbers = NumbersFrom(all ? "1:" + text : text, {Request, milliseconds});
         if (!numbers.empty())
-            plan_.Delay.emplace(all ? std::nullopt : std::optional(numbers[0]),
-                                std::chrono::milliseconds(numbers[1]));
+            plan_.Delay = {all ? std::nullopt : std::optional(numbers[0]),
+                           std::chrono::milliseconds(numbers[1])};
         return !numbers.empty();
     }
 

@@ -1,11 +1,11 @@
 #include "simulator/BoardService.hpp"
 
 #include <poll.h>
-#include <time.h>
 
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <ctime>
 #include <vector>
 
 #ifdef __linux__

@@ -1,15 +1,15 @@
 #include "simulator/TraceOutput.hpp"
 
-#include <limits.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <climits>
 
 namespace Tamber::Simulator {
 
 void TraceOutput::Add(std::string_view line) {
-    constexpr std::size_t heldMax = 4 * 1024 * 1024;
+    constexpr std::size_t heldMax = 4 << 20;
     if (lines_.size() < heldMax)
         lines_.append(line).append("\n");
 }

@@ -66,7 +66,7 @@ tl::expected<void, Ending> Run(const BoardOptions& options) {
         const auto load = [&](const std::string& text) {
             return LoadDevice(text, engine.Memory());
         };
-        if (const auto loaded = ReadFile(options.LoadFile, load); !loaded)
+        if (auto loaded = ReadFile(options.LoadFile, load); !loaded)
             return loaded;
     }
 
