@@ -23,12 +23,11 @@ class WindowDesktop : public FakeDesktop {
 /// does.
 class WindowBench {
   public:
-    /// The device is the selected one, in slot 1; slot 2 holds a smaller one without EEPROM, "A&B".
+    /// Starts the program on COM2. The device is the selected one, in slot 1; slot 2 holds a
+    /// smaller one without EEPROM, "A&B".
     explicit WindowBench(const DeviceRecord& device = {"PIC16F84A", 7, 1024, 64, 1},
-                         Simulator::FaultPlan faults = {});
-
-    /// Loads and shows the main window, lets it be activated and begins a fresh record.
-    void Start();
+                         Simulator::FaultPlan faults = {},
+                         std::optional<std::string> portFailure = {});
 
     /// The control of this name in the main window, its views or the open dialog, or null.
     template <typename Control = QWidget>
@@ -39,6 +38,9 @@ class WindowBench {
 
     void Click(const std::string& name) const { Find<QAbstractButton>(name)->click(); }
     void Press(Qt::Key key) const { QTest::keyClick(dialog, key); }  // in the dialog
+
+    /// The text of the program-memory view.
+    QTextEdit* Dump() const { return Find("frmBuffer")->findChild<QTextEdit*>("txtBuffer"); }
 
     /// The captions of the status bar's panels, with " | " between them.
     std::string Panels();
@@ -62,7 +64,7 @@ class WindowBench {
 };
 
 /// No control of the window reaches past its parent or covers another, and every text fits.
-void ExpectNothingCutOff(QWidget& window);
+void ExpectNothingCutOff(const QWidget& window);
 
 /// Lets everything that is pending in Qt happen.
 void Settle();
