@@ -23,7 +23,7 @@ constexpr std::array<DigitPair, 256> DigitPairs = [] {
     return pairs;
 }();
 
-// Writes records one behind the other into room that was made for them, keeping each one's sum.
+// Writes records one after the other into reserved room and keeps each one's sum.
 class RecordWriter {
   public:
     explicit RecordWriter(char* next) : next_(next) {}

@@ -29,16 +29,6 @@ class Interruptions : public CliTest {
     }
 };
 
-TEST_F(Interruptions, InAWriteSequenceItClosesItAfterTheBlock) {
-    const Ran ran = RunUpTo(8, {"program", Sample});  // identify, type, W, five blocks
-    EXPECT_EQ(ran.Status, 130);
-    EXPECT_EQ(ran.Out, "Programming Program Memory...   Interrupted!\n");
-    ASSERT_EQ(Wire().size(), 11u);
-    EXPECT_TRUE(Wire()[8].starts_with("14 00 40 00 08 ")) << Wire()[8];
-    EXPECT_TRUE(ClosedLast());
-    EXPECT_FALSE(engine->WriteSequenceOpen());
-}
-
 // Neither the second after a region nor that of an identification is waited for to its end.
 TEST_F(Interruptions, InAWaitItEndsThere) {
     const Ran ran = RunFor(200ms, {"program", Sample});

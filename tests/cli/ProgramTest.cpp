@@ -117,14 +117,5 @@ TEST_F(ProgramTest, APortThatGoesAwayEndsTheRunWithinTheTimeOut) {
     EXPECT_EQ(bytes("second.txt"), bytes("first.txt"));
 }
 
-TEST_F(ProgramTest, ItRunsWithoutAnyPartOfADisplay) {
-    Process listing({"/usr/bin/ldd", CLI_PROGRAM}, folder.Path(), folder / "libraries.txt");
-    ASSERT_EQ(listing.Wait(), 0);
-    const std::string libraries = FileText(folder / "libraries.txt");
-    EXPECT_THAT(libraries, HasSubstr("libQt6SerialPort"));
-    for (const std::string part : {"libX11", "libxcb", "wayland", "libQt6Gui", "libQt6Widgets"})
-        EXPECT_THAT(libraries, Not(HasSubstr(part)));
-}
-
 }  // namespace
 }  // namespace Tamber::Cli

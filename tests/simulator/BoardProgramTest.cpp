@@ -1,7 +1,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,7 +9,6 @@
 #include "core/TestFolder.hpp"
 #include "endtoend/Desktop.hpp"
 #include "simulator/BoardBench.hpp"
-#include "simulator/BoardOptions.hpp"
 #include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Simulator {
@@ -108,29 +106,6 @@ TEST_F(BoardProgramTest, StartsFromAFileAndSavesOnRequestAtTheLinesPace) {
     EXPECT_TRUE(LinkThere()) << "it leads elsewhere by now and is not ours to remove";
 }
 
-TEST_F(BoardProgramTest, ATraceNoOneReadsHoldsNothingUp) {
-    const std::string log = folder / "log";
-    ASSERT_EQ(::mkfifo(log.c_str(), 0600), 0);
-    const int reader = ::open(log.c_str(), O_RDONLY | O_NONBLOCK);
-    Start({"--link", link, "--trace"});
-    EXPECT_EQ(ReadFrom(reader, 6).at(0), 'r');
-    for (int i = 0; i < 1000; ++i)
-        ASSERT_EQ(Ask(ReadRequest(0), 17).size(), 17u) << i;
-    program->Signal(SIGTERM);
-    const Bytes trace = ReadFrom(reader, SIZE_MAX);
-    EXPECT_EQ(std::count(trace.begin(), trace.end(), '<'), 1000) << "none is lost";
-    EXPECT_EQ(Finish(), 0);
-    ::close(reader);
-}
-
-TEST_F(BoardProgramTest, HangsUpOnTheHostAndEnds) {
-    StartOnLink({"--hang-up-in-reply", "2"});
-    EXPECT_EQ(Ask(Command('T'), 10), Identity);
-    EXPECT_LE(Ask(ReadRequest(0), 17).size(), 8u);
-    EXPECT_EQ(Finish(), 0);
-    EXPECT_FALSE(LinkThere());
-}
-
 TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
     folder.Write("com1", "somebody's file");
     fs::create_symlink(link, folder / "com2");
@@ -149,6 +124,9 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         {{"--replay", "trace.txt", "--delay", "1"}, 2, "--replay"},
         {{"--replay", "trace.txt", "--save", "x"}, 2, "--replay"},
         {{"--type", "0"}, 2, "--type 0 is not valid: Device type in the socket, 1 to 26"},
+        {{"--words", "8193"}, 2, "--words 8193 is not valid: Program words, 0 to 8192"},
+        {{"--alter-reply", "1:2:256"}, 2, "--alter-reply 1:2:256 is not valid"},
+        {{"--eeprom", "10x"}, 2, "--eeprom 10x is not valid"},
         {{"--link"}, 2, "--link"},
         {{"--link", ""}, 2, "--link"},
         {{"--help"}, 0, "--hang-up-in-reply K"},
@@ -162,23 +140,6 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         EXPECT_TRUE(status == 0 || std::ranges::count(log, '\n') == 1) << log;
     }
     EXPECT_TRUE(fs::is_regular_file(link));
-}
-
-TEST(BoardOptions, WrongOnesAreNamed) {
-    for (const std::string words :
-         {"--speed 1", "com1", "--type 27", "--words 8193", "--words -1", "--words 10x",
-          "--words 0x", "--words 0x-1", "--eeprom 257", "--name SIXSIX", "--version 10", "--pace 0",
-          "--reply-length 4", "--delay 1:2:3", "--delay :1", "--alter-reply 1:2",
-          "--alter-reply 1:2:256", "--refuse-write 16", "--silent-from 99999999999"}) {
-        const auto blank = words.find(' ');
-        const std::string name = words.substr(0, blank);
-        const auto options = blank == std::string::npos
-                                 ? ParseBoardOptions({name})
-                                 : ParseBoardOptions({name, words.substr(blank + 1)});
-        ASSERT_FALSE(options) << words;
-        EXPECT_EQ(options.error().Status, 2);
-        EXPECT_THAT(options.error().Text, testing::HasSubstr(name));
-    }
 }
 
 }  // namespace

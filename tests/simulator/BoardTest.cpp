@@ -154,18 +154,6 @@ TEST_F(LineTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
     EXPECT_EQ(faulty.NextDue(), std::nullopt);
 }
 
-TEST_F(LineTest, WhatFollowsADelayedReplyWaitsForIt) {
-    FaultPlan plan;
-    plan.Delay = {1, 1500ms};
-    FaultyBoard faulty(board, clock.Reading(), plan);
-    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
-    EXPECT_EQ(faulty.NextDue(), 1500ms);
-    clock.now = 1'499'999us;
-    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
-    clock.now = 1500ms;
-    EXPECT_EQ(Ask(faulty, {}), Identity + Identity);
-}
-
 TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
     for (const DeviceShape shape : {DeviceShape{7, 8192, 256}, DeviceShape{3, 13, 7}}) {
         DeviceMemory memory(shape);
@@ -176,21 +164,6 @@ TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
         for (std::uint32_t address = 0; address < 0x10000; ++address)
             ASSERT_EQ(loaded.ByteAt(address), memory.ByteAt(address)) << address;
     }
-}
-
-TEST(DeviceFile, BytesWithNoPlaceInTheDeviceArePassedOver) {
-    DeviceMemory memory({7, 16, 0});
-    EXPECT_TRUE(
-        LoadDevice(":020000040000FA\r\n:02000000abcd86\r\n"
-                   ":1042000000000000000000000000000000000000AE\r\n:04001E00010203A434\n"
-                   ":00000001FF\nnot looked at\n",
-                   memory));
-    EXPECT_EQ(memory.ByteAt(0), 0xAB);
-    EXPECT_EQ(memory.ByteAt(1), 0xCD);
-    EXPECT_EQ(memory.ByteAt(2), 0xFF) << "what the file does not hold stays";
-    EXPECT_EQ(memory.ByteAt(0x1F), 0x02) << "the record runs past the end of the device";
-    EXPECT_EQ(memory.ByteAt(0x20), 0xFF);
-    EXPECT_EQ(memory.ByteAt(0x4200), 0xFF);
 }
 
 TEST(DeviceFile, BrokenFilesAreRefusedWholeWithTheirLineAndCause) {

@@ -81,20 +81,6 @@ TEST_P(Transcripts, BoardsAnswerAndTraceAsWrittenAndReplaysAnswerTheSame) {
 
 INSTANTIATE_TEST_SUITE_P(Boards, Transcripts, testing::Values("protocol.txt", "faults.txt"));
 
-TEST(ReadTrace, IgnoresCommentsAndWhatFollowsAHangUp) {
-    const auto exchanges = ReadTrace(
-        "# by hand\n\n"
-        "1.000000 > 01 54 ; identify\r\n"
-        "1.000100 < 0A 54 ; answer\n"
-        "1.250000 ! ee ; hung up\n"
-        "nothing after it is read\n");
-    ASSERT_TRUE(exchanges);
-    ASSERT_EQ(exchanges->size(), 1u);
-    ASSERT_EQ(exchanges->front().Answers.size(), 1u);
-    EXPECT_EQ(exchanges->front().Answers[0].Bytes, Bytes{0xEE});
-    EXPECT_EQ(exchanges->front().Answers[0].Delay, 250ms);
-}
-
 TEST(ReadTrace, ReportsTheLineThatIsWrong) {
     for (const std::string line :
          {"nonsense", "1.000000 > 01 54", "1.0 > 01 ; time", "1.000000 ? 01 ; mark",

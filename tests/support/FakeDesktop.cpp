@@ -125,7 +125,6 @@ std::optional<FakeDesktop::Time> FakeDesktop::NextDue() const {
 }
 
 void FakeDesktop::DeliverEvents() {
-    ++deliveries;
     if (intrude)
         intrude();
     const auto next = NextDue();

@@ -45,7 +45,6 @@ class FakeDesktop : public Platform,
     std::function<void()> whileBoxIsOpen;    ///< runs while a message box is on the screen
     std::function<void()> failViewer;        ///< tells that the viewer started last has failed
     std::optional<std::filesystem::path> chosenFile;  ///< what the user picks; none: Cancel
-    int deliveries = 0;
 
   protected:
     void DeliverEvents() override;
