@@ -45,14 +45,6 @@ TEST_F(Interruptions, InAWaitItEndsThere) {
 TEST_F(Interruptions, AnInterruptedReadWritesNoFileAndEndsItsStream) {
     EXPECT_EQ(RunUpTo(20, {"read", "out.hex"}).Status, 130);
     EXPECT_FALSE(std::filesystem::exists("out.hex"));
-    Insert({1, 512, 0});
-    for (const auto& [command, file] :
-         {std::pair("read", "out.hex"), {"verify", "samples/beacon-12c508a.hex"}}) {
-        const Ran ran = RunUpTo(12, {command, file, "--device", "PIC12C508A"});
-        EXPECT_EQ(ran.Status, 130);
-        EXPECT_EQ(Wire().back(), "01 49");
-        EXPECT_THAT(ran.Out, testing::EndsWith("   Interrupted!\n"));
-    }
 }
 
 // Wherever it comes, the run ends soon, nothing is left open and no later region begins.

@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cmath>
-#include <limits>
 
-#include "core/Blocks.hpp"
 #include "core/DeviceCatalogue.hpp"
 #include "core/HexText.hpp"
 #include "core/ImageSummary.hpp"
@@ -80,18 +77,6 @@ TEST(HexText, WordsHaveFourDigitsOrMoreBytesTwoAndDigitsReadBackInEitherCase) {
                   std::isxdigit(value) ? std::stoi(digit, nullptr, 16) : -1)
             << value;
     }
-}
-
-// The processor's own rounding to the nearest whole number, halves to the even one, is the measure.
-TEST(Blocks, SizesThatAreNoMultipleOfABlockRoundToTheNearestHalvesToEven) {
-    const auto check = [](int size) {
-        EXPECT_EQ(BlockCount(size), std::nearbyint(size / 8.0)) << size;
-        EXPECT_EQ(LastBlock(size), std::nearbyint(size / 8.0 - 1)) << size;
-    };
-    for (int size = -100; size <= 8300; ++size)
-        check(size);
-    check(std::numeric_limits<int>::min());
-    check(std::numeric_limits<int>::max());
 }
 
 }  // namespace

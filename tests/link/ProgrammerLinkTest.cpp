@@ -90,28 +90,6 @@ TEST_F(ProgrammerLinkTest, FramesGoOutByteForByte) {
     EXPECT_THAT(TakeRecord(), ElementsAre("> 01 63", "> 01 61"));
 }
 
-TEST_F(ProgrammerLinkTest, ABlockHasWhatItsReplyCountsAndAnAcknowledgementItsAddress) {
-    for (const auto& [count, length] : {std::pair{17, 16}, {9, 8}, {1, 0}, {0, 0}, {255, 16}}) {
-        std::vector<std::uint8_t> reply(17);
-        for (std::size_t index = 0; index < reply.size(); ++index)
-            reply[index] = static_cast<std::uint8_t>(0x40 + index);
-        reply[0] = static_cast<std::uint8_t>(count);
-        board.At(0us, reply);
-        const auto block = link.RequestBlock(0);
-        ASSERT_TRUE(block);
-        EXPECT_EQ(block->Length, length);
-        EXPECT_EQ(block->Data.front(), 0x41);
-        EXPECT_EQ(block->Data.back(), 0x50);
-    }
-    const std::array<std::uint8_t, 16> data{};
-    board.At(0us, {0x77, 0x00, 0x24});
-    EXPECT_TRUE(link.WriteBlock(0x1220, 8, data)->Written);
-    board.At(0us, {0x03, 0x01, 0x24});
-    const auto refused = link.WriteBlock(0x1220, 8, data);
-    EXPECT_FALSE(refused->Written);
-    EXPECT_EQ(refused->FailedAddress, 0x1224);
-}
-
 TEST_F(ProgrammerLinkTest, ReplyInPiecesIsTakenWhole) {
     const auto start = desktop.now;
     board.At(400ms, Bytes(5));

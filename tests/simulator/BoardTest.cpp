@@ -21,21 +21,6 @@ TEST_F(BoardEngineTest, AnswersNothingButIdentificationReadsAndWrites) {
     }
 }
 
-TEST_F(BoardEngineTest, BlankDevicesReadBlankInsideAndPastTheirSize) {
-    for (const int type : {1, 5, 6, 26}) {
-        BoardEngine blank(clock.Reading(), {type, 64, 16});
-        Ask(blank, Command('z'));
-        for (const unsigned address :
-             {0x0000u, 0x0070u, 0x0080u, 0x3FF0u, 0x4010u, 0x4200u, 0x4220u, 0xFFF0u}) {
-            Bytes expected = Bytes{17} + Bytes(16, 0xFF);
-            for (std::size_t i = 2; address < 0x4000 && i < 17; i += 2)
-                expected[i] = type < 6 ? 0x0F : 0x3F;
-            EXPECT_EQ(Ask(blank, ReadRequest(address)), expected) << type << ' ' << address;
-        }
-        EXPECT_EQ(Ask(blank, ReadRequest(0x4000)), Bytes{17} + Bytes(15, 0xFF) + Bytes{0x3F});
-    }
-}
-
 TEST_F(BoardEngineTest, EachEraseBlanksItsOwnRegionAndNoOther) {
     const DeviceShape shape{3, 16, 16};
     const std::tuple<char, std::uint32_t, std::uint32_t> regions[] = {
@@ -124,19 +109,6 @@ TEST_F(LineTest, EveryByteTakesTenBitTimesInBothDirections) {
     // Seven bytes to the board, then one after the other back; 10 / 57600 s each, rounded up.
     for (std::int64_t i = 0; i < 17; ++i)
         EXPECT_EQ(times[static_cast<std::size_t>(i)], ((8 + i) * 10'000'000 + 57599) / 57600) << i;
-}
-
-TEST_F(LineTest, BytesQueueOnTheWireAndLatenessInTakingDoesNotAddUp) {
-    line.Receive(Command('T'));
-    clock.now = 500us;
-    line.Receive(Command('T'));
-    clock.now = 7'500us;
-    EXPECT_EQ(Ask(line, {}).size(), 5u) << "due at 3000, 4000, 5000, 6000, 7000";
-    const auto times = Arrivals(line, clock, replies);
-    ASSERT_EQ(times.size(), 15u);
-    EXPECT_EQ(times[0], 8'000);
-    EXPECT_EQ(times[4], 12'000);
-    EXPECT_EQ(times[5], 13'000) << "ready at 4000, but the line is busy";
 }
 
 TEST_F(LineTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {

@@ -113,25 +113,27 @@ void FunctionBench::BlankImage() {
     image.ClearConfiguration();
 }
 
+std::vector<int> FunctionBench::Places() const {
+    std::vector<int> places;
+    const auto add = [&](int begin, int size) {
+        for (int index = begin; index < begin + size; ++index)
+            places.push_back(index);
+    };
+    add(0, 2 * run.ProgramWords());
+    add(MemoryImage::IdLocations, MemoryImage::BlockBytes);
+    add(MemoryImage::Eeprom, 2 * run.EepromBytes());
+    return places;
+}
+
 void FunctionBench::FillImage(unsigned seed) {
     std::mt19937 random(seed);
-    const auto fill = [&](int from, int to) {
-        for (int index = from; index < to; ++index)
-            image.SetByte(index, static_cast<std::uint8_t>(random()));
-    };
-    fill(0, 2 * run.ProgramWords());
-    fill(MemoryImage::IdLocations, MemoryImage::ConfigurationWord + 2);
-    fill(MemoryImage::Eeprom, MemoryImage::Eeprom + 2 * run.EepromBytes());
+    for (const int index : Places())
+        image.SetByte(index, static_cast<std::uint8_t>(random()));
 }
 
 void FunctionBench::CopyImageToSocket() {
-    const auto copy = [&](int from, int to) {
-        for (int index = from; index < to; ++index)
-            Socket().SetByte(static_cast<std::uint32_t>(index), image.Byte(index));
-    };
-    copy(0, 2 * run.ProgramWords());
-    copy(MemoryImage::IdLocations, MemoryImage::ConfigurationWord + 2);
-    copy(MemoryImage::Eeprom, MemoryImage::Eeprom + 2 * run.EepromBytes());
+    for (const int index : Places())
+        Socket().SetByte(static_cast<std::uint32_t>(index), image.Byte(index));
 }
 
 }  // namespace Tamber

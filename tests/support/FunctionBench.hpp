@@ -58,6 +58,9 @@ class FunctionBench {
     /// Makes the device hold exactly what the image does.
     void CopyImageToSocket();
 
+    /// The bytes of the image that the device has.
+    std::vector<int> Places() const;
+
     DeviceRecord device;
     MemoryImage image;
     AutoSequence series;
