@@ -13,7 +13,7 @@ QWidget* ManualOnScreen() {
 
 TEST(Help, StartsTheViewerAndShowsTheManualWhileTheMainWindowIsThereWhenThatFails) {
     WindowBench bench;
-    bench.Choose("HelpContents");
+    QTest::keyClick(bench.window.get(), Qt::Key_F1);
     EXPECT_THAT(bench.desktop.record, testing::ElementsAre("start winhlp32.exe TAMBER.HLP"));
     EXPECT_EQ(ManualOnScreen(), nullptr);
     const auto openManual = [&] {

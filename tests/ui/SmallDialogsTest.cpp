@@ -33,7 +33,7 @@ struct SmallDialogs : testing::Test, WindowBench {
 TEST_F(SmallDialogs, ChosenDeviceGetsABlankImageAndItsOwnViews) {
     program.image.SetByte(0, 0x12);
     InDialog("DeviceSelect", [&] {
-        EXPECT_EQ(Rows("listDevice"), "PIC16F84A A&B");
+        EXPECT_EQ(Rows("listDevice"), "PIC16F84A A&Ä");
         Press(Qt::Key_Return);
     });
     EXPECT_EQ(Panels(), "COM2 | Device: PIC16F84A | Size: 400H | File:");
@@ -45,7 +45,7 @@ TEST_F(SmallDialogs, ChosenDeviceGetsABlankImageAndItsOwnViews) {
         QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, second);
         EXPECT_FALSE(dialog->isVisible());
     });
-    EXPECT_EQ(Panels(), "COM2 | Device: A&B | Size: 200H | File:");
+    EXPECT_EQ(Panels(), "COM2 | Device: A&Ä | Size: 200H | File:");
     EXPECT_EQ(program.image.Byte(1), 0x0F);
     for (const char* item : {"BufferView", "BufferClearAll"}) {
         Choose(item);
@@ -83,7 +83,10 @@ TEST_F(SmallDialogs, SeriesIsComposedAndStoredOrSaysWhyNot) {
         Remove(1);
     });
     EXPECT_EQ(Contents("auto.cfg"), "2\r\n1\r\n4\r\n");
-    EditSeries({0, 7, 4}, [&] { EXPECT_EQ(Rows("lstOut"), "Read Verify"); });
+    EditSeries({0, 7, 4, 1}, [&] {
+        EXPECT_EQ(Rows("lstOut"), "Read Verify Erase");
+        Remove(2);
+    });
     EXPECT_EQ(Contents("auto.cfg"), "3\r\n0\r\n4\r\n4\r\n")
         << "a code without a row counts, and its entry keeps the code it had";
     EditSeries({1, 4}, [&] {
@@ -124,7 +127,7 @@ TEST(AboutBox, GoesOnceAfterThreeSecondsAtAKeyOrAtAClickOnItsBackground) {
         else
             QTest::mouseClick(&box, Qt::LeftButton, {}, {5, box.height() - 5});
         EXPECT_FALSE(box.isVisible());
-        box.close();
+        box.reject();
         EXPECT_EQ(gone, 1);
         EXPECT_EQ(desktop.now, std::chrono::seconds(*way == 't' ? 3 : 0));
     }

@@ -17,7 +17,7 @@ std::filesystem::path MakeFolder(const DeviceRecord& device) {
     std::ofstream(folder / "auto.cfg") << "2\r\n3\r\n4\r\n";
     std::ofstream(folder / "tamber.dev")
         << '"' << device.Name << "\"," << device.TypeCode << ',' << device.ProgramWords << ','
-        << device.EepromBytes << ',' << device.EraseSupported << "\r\n\"A&B\",3,512,0,1\r\n";
+        << device.EepromBytes << ',' << device.EraseSupported << "\r\n\"A&Ä\",3,512,0,1\r\n";
     return folder;
 }
 

@@ -24,7 +24,7 @@ class WindowDesktop : public FakeDesktop {
 class WindowBench {
   public:
     /// Starts the program on COM2. The device is the selected one, in slot 1; slot 2 holds a
-    /// smaller one without EEPROM, "A&B".
+    /// smaller one without EEPROM, "A&Ä".
     explicit WindowBench(const DeviceRecord& device = {"PIC16F84A", 7, 1024, 64, 1},
                          Simulator::FaultPlan faults = {},
                          std::optional<std::string> portFailure = {});
