@@ -4,7 +4,7 @@
 
 #include "core/DeviceCatalogue.hpp"
 #include "core/HexText.hpp"
-#include "core/ImageSummary.hpp"
+#include "core/MemoryImage.hpp"
 
 namespace Tamber {
 namespace {
@@ -50,19 +50,6 @@ TEST(MemoryImageDeathTest, AnIndexOutsideImageOrCatalogueEndsTheProgram) {
     EXPECT_DEATH(image.Store(70'000, two), "");
     EXPECT_DEATH((void)image.Block(70'001 - 15), "");
     EXPECT_DEATH((void)DeviceCatalogue().Record(51), "");
-}
-
-TEST(ImageSummary, ChecksumTakesAsManyBytesAsTheDeviceHasWords) {
-    MemoryImage image;
-    image.ClearProgramMemory(7);
-    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C00U);
-    image.SetByte(1023, 0x40);
-    image.SetByte(1024, 0x00);
-    EXPECT_EQ(ProgramChecksum(image, 1024), 0x7C01U);
-    EXPECT_EQ(ProgramChecksum(image, 0), 0U);
-    for (int index = 0; index < 8192; ++index)
-        image.SetByte(index, 0xFF);
-    EXPECT_EQ(ProgramChecksum(image, 8192), 8192U * 0xFF % 65536);
 }
 
 TEST(HexText, WordsHaveFourDigitsOrMoreBytesTwoAndDigitsReadBackInEitherCase) {

@@ -123,12 +123,10 @@ TEST(StartUp, ReadsSettingsThenDeviceListThenAutoSeriesAndStopsAtTheFirstFailure
     folder.Write("auto.cfg", "1\r\n4\r\n");
     EXPECT_EQ(Blamed(folder, *program), "");
 
-    EXPECT_EQ(program->AppPath, folder.Path());
     EXPECT_EQ(SelectedRecord(*program).Name, "Device 1");
     EXPECT_EQ(program->catalogue.Record(2).Name, "Device 2");
     EXPECT_EQ(program->catalogue.Record(3).Name, "") << "only as many as the settings count";
     EXPECT_EQ(program->autoSequence.Entries[1], FunctionVerify);
-    EXPECT_EQ(program->image, MemoryImage());
 }
 
 TEST(StartUp, TheDeviceListMustExistAndMayHoldNoneToFiftyDevices) {

@@ -4,7 +4,6 @@
 
 #include "TestFolder.hpp"
 #include "core/TextFile.hpp"
-#include "platform/PortPath.hpp"
 
 namespace Tamber {
 namespace {
@@ -101,16 +100,6 @@ TEST(TextFile, ADiskThatFillsUpLeavesTheOldFileWholeAndNoHalfBesideIt) {
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(replaced.error(), "File too large");
     EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
-}
-
-TEST(PortPath, LinkInTheFolderGoesBeforeTheSystemsPorts) {
-    const TestFolder folder;
-    folder.Write("com2", "");
-    fs::create_symlink("/nowhere/at/all", folder / "com3");
-    EXPECT_EQ(PortPath(folder.Path(), 1), "/dev/ttyS0");
-    EXPECT_EQ(PortPath(folder.Path(), 2), folder / "com2");
-    EXPECT_EQ(PortPath(folder.Path(), 3), folder / "com3") << "a board that went away";
-    EXPECT_EQ(PortPath(folder.Path(), 4), "/dev/ttyS3");
 }
 
 }  // namespace

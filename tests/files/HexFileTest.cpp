@@ -87,11 +87,7 @@ TEST(HexLoad, TenThousandLinesAreTakenAndOneMoreIsNot) {
     EXPECT_TRUE(ReadHexRecords(lines + EndRecord + "\r\n\r\n"));
     lines += ":0000000000\n";
     EXPECT_EQ(ReadHexRecords(lines), tl::unexpected(HexFailure{HexFault::NoEndRecord, 10'001, {}}));
-    const HexRefusal refusal = Inspect(lines + EndRecord).Refusal.value();
-    EXPECT_EQ(refusal.Fault, HexFault::TooManyLines);
-    EXPECT_EQ(HexFindingText(refusal.Finding),
-              "Line 10001: The file has more than 10000 lines. Have it written with longer "
-              "records; 16 bytes a record is common.");
+    EXPECT_EQ(Inspect(lines + EndRecord).Refusal.value().Fault, HexFault::TooManyLines);
 }
 
 // Each row of the table: a text with "/" for its line ends, and all that is found in it.

@@ -90,15 +90,6 @@ TEST_F(ProgrammerLinkTest, FramesGoOutByteForByte) {
     EXPECT_THAT(TakeRecord(), ElementsAre("> 01 63", "> 01 61"));
 }
 
-TEST_F(ProgrammerLinkTest, ReplyInPiecesIsTakenWhole) {
-    const auto start = desktop.now;
-    board.At(400ms, Bytes(5));
-    board.At(999ms, Bytes(12));
-    EXPECT_TRUE(link.RequestBlock(0));
-    EXPECT_EQ(desktop.now - start, 999ms);
-    EXPECT_THAT(desktop.received, testing::IsEmpty());
-}
-
 TEST_F(ProgrammerLinkTest, SilenceAndAShortReplyTimeOutAfterOneSecond) {
     for (const int count : {0, 16}) {
         desktop.received.clear();

@@ -7,10 +7,6 @@
 
 namespace Tamber {
 
-void PrintTo(const DeviceRecord& device, std::ostream* out) {
-    *out << device.Name;
-}
-
 namespace {
 
 // The device holds a pattern, the image is blank.
@@ -59,16 +55,6 @@ TEST(ReadDevice, RepliesOfEveryLengthLeaveTheRestOfTheImageAlone) {
                                                                     : 0x3F)
                     << promised << " " << came << " " << index;
         }
-}
-
-TEST(ReadDevice, WhatCameBeforeTheSilenceStays) {
-    Simulator::FaultPlan faults;
-    faults.SilentFrom = 2;
-    FunctionBench bench({"small", 7, 16, 16, 1}, faults);
-    FillSocket(bench);
-    bench.Run(FunctionRead);
-    EXPECT_EQ(bench.image.Byte(0x0F), SocketByte(bench, 0x0F));
-    EXPECT_EQ(bench.image.Byte(0x10), 0xFF);
 }
 
 // A device of each kind: 12-bit and 14-bit words, with and without EEPROM, and the stream.

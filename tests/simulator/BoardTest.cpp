@@ -14,13 +14,6 @@ struct BoardEngineTest : testing::Test {
     BoardEngine board{clock.Reading(), {7, 8192, 256}};
 };
 
-TEST_F(BoardEngineTest, AnswersNothingButIdentificationReadsAndWrites) {
-    for (int letter = 0; letter < 256; ++letter) {
-        const std::size_t length = letter == 'T' ? 10 : 0;
-        EXPECT_EQ(Ask(board, Command(static_cast<char>(letter))).size(), length) << letter;
-    }
-}
-
 TEST_F(BoardEngineTest, EachEraseBlanksItsOwnRegionAndNoOther) {
     const DeviceShape shape{3, 16, 16};
     const std::tuple<char, std::uint32_t, std::uint32_t> regions[] = {
@@ -51,20 +44,6 @@ TEST_F(BoardEngineTest, FramesMayBeCutAnywhere) {
         }
         EXPECT_EQ(replies, Identity + Written + Bytes{17} + Bytes(16, 'R')) << portion;
     }
-}
-
-TEST_F(BoardEngineTest, AFrameThatDoesNotFollowIsDroppedAfterItsTime) {
-    for (const std::uint8_t count : Bytes{1, 4, 20, 200}) {
-        board.Receive(Bytes{count});
-        clock.now += 100ms;
-        EXPECT_EQ(Ask(board, Command('T')), Identity) << int{count};
-    }
-    board.Receive(Bytes{1});
-    clock.now += 99'999us;
-    EXPECT_EQ(Ask(board, {'T'}), Identity) << "a slow frame is still a frame";
-    board.Receive(Command('R') + Bytes{200});
-    clock.now += 100ms;
-    EXPECT_THAT(Ask(board, Addressed(4, 0, 1)), IsEmpty()) << "something came between";
 }
 
 TEST_F(BoardEngineTest, AnswersAfterASilenceWhateverWasOnTheLine) {
@@ -109,33 +88,6 @@ TEST_F(LineTest, EveryByteTakesTenBitTimesInBothDirections) {
     // Seven bytes to the board, then one after the other back; 10 / 57600 s each, rounded up.
     for (std::int64_t i = 0; i < 17; ++i)
         EXPECT_EQ(times[static_cast<std::size_t>(i)], ((8 + i) * 10'000'000 + 57599) / 57600) << i;
-}
-
-TEST_F(LineTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
-    FaultPlan plan;
-    plan.Delay = {{}, 20ms};
-    plan.HangUpInReply = 1;
-    FaultyBoard faulty(board, clock.Reading(), plan);
-    PacedLine paced(faulty, clock.Reading(), 10'000);
-    paced.Receive(Command('T') + Command('T'));
-    EXPECT_FALSE(paced.HungUp());
-    const auto times = Arrivals(paced, clock, replies);
-    EXPECT_THAT(times, testing::ElementsAre(23'000, 24'000, 25'000, 26'000, 27'000));
-    EXPECT_TRUE(paced.HungUp());
-    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
-    EXPECT_EQ(faulty.NextDue(), std::nullopt);
-}
-
-TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
-    for (const DeviceShape shape : {DeviceShape{7, 8192, 256}, DeviceShape{3, 13, 7}}) {
-        DeviceMemory memory(shape);
-        for (std::uint32_t address = 0; address < DeviceMemory::EndAddress; ++address)
-            memory.SetByte(address, static_cast<std::uint8_t>(address * 31 + address / 256));
-        DeviceMemory loaded(shape);
-        EXPECT_TRUE(LoadDevice(DeviceText(memory), loaded));
-        for (std::uint32_t address = 0; address < 0x10000; ++address)
-            ASSERT_EQ(loaded.ByteAt(address), memory.ByteAt(address)) << address;
-    }
 }
 
 TEST(DeviceFile, BrokenFilesAreRefusedWholeWithTheirLineAndCause) {

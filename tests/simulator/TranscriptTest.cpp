@@ -92,20 +92,5 @@ TEST(ReadTrace, ReportsTheLineThatIsWrong) {
     }
 }
 
-TEST(ReplayBoard, FollowsAHostThatLeavesFramesOutAndIgnoresStrangeOnes) {
-    HandClock clock;
-    ReplayBoard board(clock.Reading(), {{{}, {1, 'T'}, {{5us, {10}}}, false},
-                                        {{}, {1, 'g'}, {}, false},
-                                        {{}, {1, 'R'}, {{7us, {1, 2}}, {9us, {3}}}, true}});
-    EXPECT_THAT(Ask(board, {1, 'X', 1, 'R'}), IsEmpty());
-    EXPECT_EQ(board.NextDue(), 7us);
-    clock.now = 8us;
-    EXPECT_EQ(Ask(board, {}), (Bytes{1, 2}));
-    EXPECT_FALSE(board.HungUp()) << "a byte is still to come";
-    clock.now = 9us;
-    EXPECT_EQ(Ask(board, {}), Bytes{3});
-    EXPECT_TRUE(board.HungUp());
-}
-
 }  // namespace
 }  // namespace Tamber::Simulator

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "WindowBench.hpp"
+#include "cli/TracedSerialControl.hpp"
 #include "platform/qt/QtSerialControl.hpp"
 
 namespace Tamber {
@@ -12,70 +13,112 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// The system's port on a pseudo-terminal.
-struct SerialPort : testing::Test {
-    SerialPort() {
+// Each line is a port with a far end: what the one sends comes out at the other.
+struct SystemLine {
+    SystemLine() {
         ::grantpt(farEnd);
         ::unlockpt(farEnd);
         path = ::ptsname(farEnd);
     }
-    ~SerialPort() override { ::close(farEnd); }
+    ~SystemLine() { Lose(); }
 
-    // Nothing comes from the port, and what is sent is lost, without a word.
-    void ExpectSilence() {
-        control.Output(Bytes(32));
-        EXPECT_EQ(control.InBufferCount(), 0);
-        Bytes bytes(3);
-        control.Input(bytes);
-        EXPECT_THAT(bytes, testing::IsEmpty());
+    void Send(const Bytes& bytes) { ASSERT_EQ(::write(farEnd, bytes.data(), bytes.size()), 256); }
+    std::string Arrived() {
+        Bytes bytes(1000);
+        bytes.resize(static_cast<std::size_t>(::read(farEnd, bytes.data(), bytes.size())));
+        return "> " + HexBytes(bytes);
+    }
+    void Lose() { ::close(std::exchange(farEnd, -1)); }
+
+    // How often something wakes the program in 20 ms.
+    int Wakings() {
+        int wakings = 0;
+        bool over = false;
+        QTimer::singleShot(20, [&] { over = true; });
+        for (; !over; ++wakings)
+            events.DeliverEvents();
+        return wakings;
     }
 
     int farEnd = ::posix_openpt(O_RDWR | O_NOCTTY);
     std::filesystem::path path;
     QtEventDelivery events;
-    QtSerialControl control{events};
+    std::unique_ptr<SerialControl> control = std::make_unique<QtSerialControl>(events);
 };
 
-TEST_F(SerialPort, CarriesEveryByteUnchangedAndInOrder) {
-    ASSERT_TRUE(control.PortOpen(path));
+// The port of the desktop with a clock of its own.
+struct FakeLine {
+    void Send(const Bytes& bytes) { desktop.received = bytes; }
+    std::string Arrived() { return desktop.record.back(); }
+    void Lose() { desktop.portLost = true; }
+    int Wakings() { return 0; }
+
+    FakeDesktop desktop;
+    std::filesystem::path path = "com1";
+    EventDelivery& events = desktop.Events();
+    std::unique_ptr<SerialControl> control = desktop.NewSerialControl();
+};
+
+struct TracedLine : FakeLine {
+    TracedLine() {
+        control = std::make_unique<Cli::TracedSerialControl>(
+            std::move(control), [this] { return desktop.now; }, [](const std::string&) {});
+    }
+};
+
+template <typename Line>
+struct EverySerialControl : testing::Test, Line {
+    // Nothing comes from the port, and what is sent is lost, without a word.
+    void ExpectSilence() {
+        this->control->Output(Bytes(32));
+        EXPECT_EQ(this->control->InBufferCount(), 0);
+        Bytes bytes(3);
+        this->control->Input(bytes);
+        EXPECT_THAT(bytes, testing::IsEmpty());
+    }
+};
+using Lines = testing::Types<SystemLine, FakeLine, TracedLine>;
+TYPED_TEST_SUITE(EverySerialControl, Lines, );
+
+TYPED_TEST(EverySerialControl, CarriesEveryByteUnchangedAndInOrder) {
+    ASSERT_TRUE(this->control->PortOpen(this->path));
+    Bytes all(256);
+    std::iota(all.begin(), all.end(), std::uint8_t{0});
+    this->control->Output(all);
+    EXPECT_EQ(this->Arrived(), "> " + HexBytes(all));
+    this->Send(all);
+    DeliverEventsUntil(this->events, [&] { return this->control->InBufferCount() >= 256; });
+    Bytes came;
+    this->control->Input(came);
+    EXPECT_EQ(came, all);
+    this->ExpectSilence();
+    EXPECT_FALSE(this->control->PortLost());
+}
+
+TYPED_TEST(EverySerialControl, IsSilentBeforeItIsOpenAndAfterItHasGone) {
+    this->ExpectSilence();
+    ASSERT_TRUE(this->control->PortOpen(this->path));
+    this->Lose();
+    errno = 0;  // that of an earlier call would be taken for a fault of the port
+    EXPECT_LT(this->Wakings(), 30) << "a line that is hung up can be read from all the time";
+    EXPECT_TRUE(this->control->PortLost());
+    this->ExpectSilence();
+}
+
+using SerialPort = EverySerialControl<SystemLine>;
+
+TEST_F(SerialPort, RunsAt57600Baud) {
+    ASSERT_TRUE(control->PortOpen(path));
     termios line{};
     ASSERT_EQ(::tcgetattr(farEnd, &line), 0);
     EXPECT_EQ(::cfgetospeed(&line), speed_t{B57600});
-    EXPECT_EQ(line.c_cflag & (CSIZE | PARENB | CSTOPB), tcflag_t{CS8});
-    Bytes all(256);
-    std::iota(all.begin(), all.end(), std::uint8_t{0});
-    control.Output(all);
-    Bytes came(1000);
-    came.resize(static_cast<std::size_t>(::read(farEnd, came.data(), came.size())));
-    EXPECT_EQ(came, all);
-    ASSERT_EQ(::write(farEnd, all.data(), all.size()), 256);
-    DeliverEventsUntil(events, [&] { return control.InBufferCount() >= 256; });
-    control.Input(came);
-    EXPECT_EQ(came, all);
-    ExpectSilence();
-    EXPECT_FALSE(control.PortLost());
-}
-
-TEST_F(SerialPort, IsSilentBeforeItIsOpenAndAfterItHasGone) {
-    ExpectSilence();
-    ASSERT_TRUE(control.PortOpen(path));
-    ::close(std::exchange(farEnd, -1));
-    errno = 0;  // that of an earlier call would be taken for a fault of the port
-    int wakings = 0;
-    bool over = false;
-    QTimer::singleShot(20, [&] { over = true; });
-    for (; !over; ++wakings)
-        events.DeliverEvents();
-    EXPECT_LT(wakings, 30) << "a line that is hung up can be read from all the time";
-    EXPECT_TRUE(control.PortLost());
-    ExpectSilence();
 }
 
 TEST_F(SerialPort, SaysWhatIsNoPort) {
-    EXPECT_EQ(control.PortOpen("/no/such/port").error(),
+    EXPECT_EQ(control->PortOpen("/no/such/port").error(),
               "No such file or directory (/no/such/port)");
-    EXPECT_FALSE(control.PortOpen("/dev/null"));
-    EXPECT_FALSE(control.PortLost());
+    EXPECT_FALSE(control->PortOpen("/dev/null"));
+    EXPECT_FALSE(control->PortLost());
 }
 
 }  // namespace
