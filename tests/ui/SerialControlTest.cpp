@@ -118,7 +118,6 @@ TEST_F(SerialPort, SaysWhatIsNoPort) {
     EXPECT_EQ(control->PortOpen("/no/such/port").error(),
               "No such file or directory (/no/such/port)");
     EXPECT_FALSE(control->PortOpen("/dev/null"));
-    EXPECT_FALSE(control->PortLost());
 }
 
 }  // namespace
