@@ -190,7 +190,8 @@ ExitStatus Give(const Answer& answer, const Streams& streams) {
     if (answer.Status == ExitStatus::Done)
         return terminal.Data(answer.Text) ? ExitStatus::Done : ExitStatus::FileUnusable;
     Json facts{{"command", nullptr}};
-    return Conclude(terminal, facts, Failed(answer.Status, answer.Text));
+    const ExitStatus status = Conclude(terminal, facts, Failed(answer.Status, answer.Text));
+    return answer.Json && !streams.Out ? ExitStatus::FileUnusable : status;
 }
 
 }  // namespace Tamber::Cli
