@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -79,8 +78,6 @@ class BoardPort::SimulatedControl final : public SerialControl {
 
 BoardPort::BoardPort(Context& context) : context_(context), start_(context.Host.Now()) {}
 
-BoardPort::~BoardPort() = default;
-
 Outcome BoardPort::Make() {
     Outcome made;
     if (context_.Asked.Simulate)
@@ -114,12 +111,12 @@ Outcome BoardPort::MakeSimulated() {
 }
 
 Outcome BoardPort::AddTrace() {
-    trace_ = std::make_unique<std::ofstream>(context_.Asked.Trace);
-    if (!*trace_)
+    trace_.open(context_.Asked.Trace);
+    if (!trace_)
         return tl::unexpected(Unusable(context_.Asked.Trace, "cannot be written."));
     control_ = std::make_unique<TracedSerialControl>(
         std::move(control_), [this] { return SinceStart(); },
-        [this](const std::string& line) { *trace_ << line << std::endl; });
+        [this](const std::string& line) { trace_ << line << std::endl; });
     return {};
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <fstream>
 #include <memory>
 #include <optional>
-#include <ostream>
 
 #include "cli/Context.hpp"
 #include "platform/SerialControl.hpp"
@@ -14,7 +14,6 @@ namespace Tamber::Cli {
 class BoardPort {
   public:
     explicit BoardPort(Context& context);
-    ~BoardPort();
 
     /// Makes the control. Nothing is opened yet but the files of trace and socket.
     [[nodiscard]] Outcome Make();
@@ -44,7 +43,7 @@ class BoardPort {
     std::string name_;
     std::filesystem::path path_;
     std::optional<int> commPort_;
-    std::unique_ptr<std::ostream> trace_;
+    std::ofstream trace_;
     SimulatedControl* simulated_ = nullptr;
     std::unique_ptr<SerialControl> control_;
 };

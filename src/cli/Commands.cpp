@@ -191,7 +191,7 @@ ExitStatus Give(const Answer& answer, const Streams& streams) {
         return terminal.Data(answer.Text) ? ExitStatus::Done : ExitStatus::FileUnusable;
     Json facts{{"command", nullptr}};
     const ExitStatus status = Conclude(terminal, facts, Failed(answer.Status, answer.Text));
-    return answer.Json && !streams.Out ? ExitStatus::FileUnusable : status;
+    return streams.Out.good() ? status : ExitStatus::FileUnusable;
 }
 
 }  // namespace Tamber::Cli

@@ -6,6 +6,7 @@
 #include "cli/Commands.hpp"
 #include "cli/Differences.hpp"
 #include "cli/HexInput.hpp"
+#include "files/HexInspect.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
 #include "operations/DeviceFunctions.hpp"
@@ -70,7 +71,7 @@ Outcome Identify(Context& context) {
 }
 
 Outcome RunOneFunction(Context& context) {
-    BlankImage(context);
+    context.Program.image = BlankImage(context.Device());
     if (!context.Asked.File.empty())
         if (auto outcome = LoadHexInput(context); !outcome)
             return outcome;
@@ -94,7 +95,7 @@ Outcome ReadToFile(Context& context) {
     const bool toOutput = file == "-";
     if (toOutput)
         context.Screen.KeepOutputForData();
-    BlankImage(context);
+    context.Program.image = BlankImage(context.Device());
     if (auto outcome = RunFunction(context); !outcome)
         return outcome;
     const MemoryImage& image = context.Program.image;

@@ -23,6 +23,20 @@ constexpr char HigherCause[] =
 constexpr char UnsteadyText[] =
     "A second reading shows no difference: the connection or the supply is not steady.";
 
+struct Difference {
+    int Address = 0;  // word address in the region, or number of the EEPROM byte
+    std::uint16_t Expected = 0;
+    std::uint16_t Found = 0;
+};
+
+// The differences of one memory region.
+struct RegionDifferences {
+    std::string Region;
+    int Words = 0;  // compared in all
+    std::vector<Difference> List;
+    std::string LikelyCause;  // empty when none can be seen
+};
+
 struct RegionForm {
     const char* Name;
     int Start;  // image index
@@ -114,17 +128,6 @@ nlohmann::ordered_json Facts(const RegionDifferences& region) {
 
 }  // namespace
 
-std::vector<RegionDifferences> FindDifferences(const MemoryImage& expected,
-                                               const MemoryImage& found, const DeviceRecord& device,
-                                               const Regions& regions) {
-    std::vector<RegionDifferences> all;
-    for (const RegionForm& form : Forms(device, regions))
-        if (RegionDifferences differences = Compare(expected, found, form);
-            !differences.List.empty())
-            all.push_back(std::move(differences));
-    return all;
-}
-
 Outcome ReportDifferences(Context& context, BoardSession& session, Regions regions,
                           Outcome verified) {
     if (context.Device().TypeCode == StreamTypeCode)
@@ -133,14 +136,15 @@ Outcome ReportDifferences(Context& context, BoardSession& session, Regions regio
     if (auto outcome = session.ReadQuietly(regions, found, "Reading for the differences...");
         !outcome)
         return outcome;
-    const auto differences =
-        FindDifferences(context.Program.image, found, context.Device(), regions);
-    context.Facts["differences"] = nlohmann::ordered_json::array();
-    for (const RegionDifferences& region : differences) {
+    auto& facts = context.Facts["differences"] = nlohmann::ordered_json::array();
+    for (const RegionForm& form : Forms(context.Device(), regions)) {
+        const RegionDifferences region = Compare(context.Program.image, found, form);
+        if (region.List.empty())
+            continue;
         Show(context.Screen, region);
-        context.Facts["differences"].push_back(Facts(region));
+        facts.push_back(Facts(region));
     }
-    if (!differences.empty())
+    if (!facts.empty())
         return Failed(ExitStatus::DifferencesFound);
     if (!verified)
         verified.error().Message.append("\n").append(UnsteadyText);

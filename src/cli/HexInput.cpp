@@ -52,10 +52,6 @@ TextResult ReadHexText(Context& context) {
         });
 }
 
-void BlankImage(Context& context) {
-    context.Program.image = BlankImage(context.Device());
-}
-
 Outcome LoadHexInput(Context& context) {
     const TextResult text = ReadHexText(context);
     if (!text)

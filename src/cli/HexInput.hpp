@@ -15,7 +15,4 @@ namespace Tamber::Cli {
 /// for are mentioned.
 [[nodiscard]] Outcome LoadHexInput(Context& context);
 
-/// Blanks the image for the device, as the choice of a device does.
-void BlankImage(Context& context);
-
 }  // namespace Tamber::Cli

@@ -53,8 +53,8 @@ void HintStablePath(Context& context, const fs::path& path) {
                 port.StablePath.string());
 }
 
-}  // namespace
-
+// Makes COM`commPort` of the working folder stand for `port`, by a link there. A link that was
+// there is replaced, anything else left alone.
 Outcome MakePortLink(const fs::path& folder, int commPort, const fs::path& port) {
     const fs::path link = folder / fmt::format("com{}", commPort);
     std::error_code error;
@@ -76,6 +76,8 @@ Outcome MakePortLink(const fs::path& folder, int commPort, const fs::path& port)
     return {};
 }
 
+}  // namespace
+
 fs::path StablePathOf(const fs::path& port, const fs::path& folder) {
     std::error_code error;
     const fs::path wanted = fs::canonical(port, error);
@@ -95,7 +97,6 @@ Outcome ShowPorts(Context& context) {
             return made;
         HintStablePath(context, setting->Path);
     }
-    context.Facts["com"] = nlohmann::ordered_json::array();
     context.Facts["ports"] = nlohmann::ordered_json::array();
     for (int number = 1; number <= CommPorts; ++number)
         ShowCommPort(context, number);

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <string_view>
 
+#include "cli/Outcome.hpp"
 #include "cli/Ports.hpp"
 #include "platform/qt/QtSerialControl.hpp"
 #include "platform/qt/QtWindowTimer.hpp"

@@ -29,7 +29,6 @@ class FramedBoard : public BoardLine {
 
     /// Hangs up once everything answered has been taken.
     void Leave() { leaving_ = true; }
-    bool Leaving() const { return leaving_; }
 
     std::chrono::microseconds Now() const { return clock_(); }
 
