@@ -47,6 +47,5 @@ inline Bytes Ask(BoardLine& line, const Bytes& request) {
 }
 
 inline const Bytes Identity{10, 'T', 'A', 'M', 'B', 'R', ' ', ' ', '1', '0'};
-inline const Bytes Written{3, 0, 0};
 
 }  // namespace Tamber::Simulator

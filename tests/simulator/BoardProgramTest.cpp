@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include "core/TestFolder.hpp"
 #include "endtoend/Desktop.hpp"
 #include "simulator/BoardBench.hpp"
+#include "simulator/BoardOptions.hpp"
 #include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Simulator {
@@ -78,7 +80,7 @@ TEST_F(BoardProgramTest, ServesOneHostAfterAnotherAndSavesTheDeviceInTheEnd) {
     // Every byte value must pass unchanged, those a terminal might take for its own above all.
     const Bytes awkward{0, 3, 4, 8, 10, 13, 17, 19, 21, 23, 26, 28, 127, 128, 254, 255};
     EXPECT_EQ(Ask(Command('T'), 10), Identity);
-    EXPECT_EQ(Ask(Command('W') + Addressed(20, 0x10, 8) + awkward, 3), Written);
+    EXPECT_EQ(Ask(Command('W') + Addressed(20, 0x10, 8) + awkward, 3), (Bytes{3, 0, 0}));
     EXPECT_EQ(Ask(Command('W') + Command('I') + ReadRequest(0x10), 17), Bytes{17} + awkward);
     program->Signal(SIGTERM);
     EXPECT_EQ(Finish(), 0);
@@ -93,7 +95,9 @@ TEST_F(BoardProgramTest, StartsFromAFileAndSavesOnRequestAtTheLinesPace) {
     fs::create_symlink("/dev/pts/ptmx", link);
     folder.Write("start.hex", ":02001000ABCD76\n:00000001FF\n");
     StartOnLink({"--words", "16", "--load", "start.hex", "--save", saved, "--pace", "9600"});
+    const auto before = std::chrono::steady_clock::now();
     EXPECT_EQ(Ask(ReadRequest(0x10), 17).at(2), 0xCD);
+    EXPECT_GE(std::chrono::steady_clock::now() - before, 24ms);
     program->Signal(SIGUSR1);
     EXPECT_TRUE(Await([&] { return fs::exists(saved); }));
     EXPECT_EQ(Ask(Command('T'), 10), Identity) << "and goes on";
@@ -102,6 +106,21 @@ TEST_F(BoardProgramTest, StartsFromAFileAndSavesOnRequestAtTheLinesPace) {
     program->Signal(SIGINT);
     EXPECT_EQ(Finish(), 0);
     EXPECT_TRUE(LinkThere()) << "it leads elsewhere by now and is not ours to remove";
+}
+
+TEST_F(BoardProgramTest, ATraceNoOneReadsHoldsNothingUp) {
+    const std::string log = folder / "log";
+    ASSERT_EQ(::mkfifo(log.c_str(), 0600), 0);
+    const int reader = ::open(log.c_str(), O_RDONLY | O_NONBLOCK);
+    Start({"--link", link, "--trace"});
+    EXPECT_EQ(ReadFrom(reader, 6).at(0), 'r');
+    for (int i = 0; i < 1000; ++i)
+        ASSERT_EQ(Ask(ReadRequest(0), 17).size(), 17u) << i;
+    program->Signal(SIGTERM);
+    const Bytes trace = ReadFrom(reader, SIZE_MAX);
+    EXPECT_EQ(std::count(trace.begin(), trace.end(), '<'), 1000) << "none is lost";
+    EXPECT_EQ(Finish(), 0);
+    ::close(reader);
 }
 
 TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
@@ -122,10 +141,6 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         {{"--replay", "trace.txt", "--delay", "1"}, 2, "--replay"},
         {{"--replay", "trace.txt", "--save", "x"}, 2, "--replay"},
         {{"--type", "0"}, 2, "--type 0 is not valid: Device type in the socket, 1 to 26"},
-        {{"--words", "8193"}, 2, "--words 8193 is not valid: Program words, 0 to 8192"},
-        {{"--alter-reply", "1:2:256"}, 2, "--alter-reply 1:2:256 is not valid"},
-        {{"--eeprom", "10x"}, 2, "--eeprom 10x is not valid"},
-        {{"--link"}, 2, "--link"},
         {{"--link", ""}, 2, "--link"},
         {{"--help"}, 0, "--hang-up-in-reply K"},
     };
@@ -138,6 +153,20 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         EXPECT_TRUE(status == 0 || std::ranges::count(log, '\n') == 1) << log;
     }
     EXPECT_TRUE(fs::is_regular_file(link));
+}
+
+TEST(BoardOptions, WrongOnesAreNamed) {
+    for (const std::string words :
+         {"--speed 1", "com1", "--type 27", "--words 8193", "--words -1", "--words 10x",
+          "--words 0x", "--words 0x-1", "--eeprom 257", "--name SIXSIX", "--version 10", "--pace 0",
+          "--reply-length 4", "--delay 1:2:3", "--delay :1", "--alter-reply 1:2",
+          "--alter-reply 1:2:256", "--refuse-write 16", "--silent-from 99999999999"}) {
+        const auto blank = words.find(' ');
+        const std::string name = words.substr(0, blank);
+        const auto options = ParseBoardOptions({name, words.substr(blank + 1)});
+        ASSERT_FALSE(options) << words;
+        EXPECT_THAT(options.error().Text, testing::HasSubstr(name));
+    }
 }
 
 }  // namespace

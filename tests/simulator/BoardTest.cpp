@@ -9,51 +9,29 @@
 namespace Tamber::Simulator {
 namespace {
 
-struct BoardEngineTest : testing::Test {
+struct BoardTest : testing::Test {
     HandClock clock;
-    BoardEngine board{clock.Reading(), {7, 8192, 256}};
+    BoardEngine board{clock.Reading(), {}};
+    PacedLine line{board, clock.Reading(), 10'000};  // a millisecond a byte
+    Bytes replies;
 };
 
-TEST_F(BoardEngineTest, EachEraseBlanksItsOwnRegionAndNoOther) {
-    const DeviceShape shape{3, 16, 16};
-    const std::tuple<char, std::uint32_t, std::uint32_t> regions[] = {
-        {'E', 0x0000, 0x0020}, {'F', 0x4200, 0x4220}, {'G', 0x4000, 0x400E}, {'H', 0x400E, 0x4010}};
-    for (const auto& [letter, begin, end] : regions) {
-        BoardEngine engine(clock.Reading(), shape);
-        DeviceMemory expected(shape);
-        for (std::uint32_t address = 0; address < 0x10000; ++address) {
-            engine.Memory().SetByte(address, 0x55);
-            if (address < begin || address >= end)
-                expected.SetByte(address, 0x55);
-        }
-        Ask(engine, Command(letter));
-        for (std::uint32_t address = 0; address < 0x10000; ++address)
-            ASSERT_EQ(engine.Memory().ByteAt(address), expected.ByteAt(address)) << letter;
-    }
+TEST_F(BoardTest, ASlowFrameIsAFrameUntilItsTimeIsUp) {
+    board.Receive(Bytes{1});
+    clock.now += 99'999us;
+    EXPECT_EQ(Ask(board, {'T'}), Identity);
+    board.Receive(Command('R') + Bytes{200});
+    clock.now += 100ms;
+    EXPECT_THAT(Ask(board, Addressed(4, 0, 1)), IsEmpty()) << "something came between";
 }
 
-TEST_F(BoardEngineTest, FramesMayBeCutAnywhere) {
-    const auto talk = Command('T') + Command('?') + Command('W') + Addressed(20, 0x10, 8) +
-                      Bytes(16, 'R') + Bytes{0, 3, 'T', 'T', 'T'} + Command('I') +
-                      ReadRequest(0x10) + Command('I');
-    for (std::size_t portion = 1; portion <= talk.size(); ++portion) {
-        Bytes replies;
-        for (std::size_t i = 0; i < talk.size(); i += portion) {
-            board.Receive(std::span(talk).subspan(i, std::min(portion, talk.size() - i)));
-            board.Take(replies);
-        }
-        EXPECT_EQ(replies, Identity + Written + Bytes{17} + Bytes(16, 'R')) << portion;
-    }
-}
-
-TEST_F(BoardEngineTest, AnswersAfterASilenceWhateverWasOnTheLine) {
+TEST_F(BoardTest, AnswersAfterASilenceWhateverWasOnTheLine) {
     std::mt19937 random(20240229);
-    const auto upTo = [&](unsigned most) { return static_cast<unsigned>(random() % (most + 1)); };
-    const std::uint8_t likely[] = {0, 1, 4, 20, 'R', 'W', 'T', 'I', 'a', 'E', 0x40, 0x42};
+    const Bytes likely{0, 1, 4, 20, 200, 255, 'R', 'W', 'T', 'I', 'a', 'E', 'G', 0x40, 0x42};
     for (int round = 0; round < 3000; ++round) {
-        Bytes noise(upTo(60));
+        Bytes noise(random() % 61);
         for (auto& byte : noise)
-            byte = upTo(3) != 0 ? likely[upTo(11)] : static_cast<std::uint8_t>(upTo(255));
+            byte = likely[random() % likely.size()];
         Ask(board, noise);
         clock.now += 100ms;
         ASSERT_EQ(Ask(board, Command('T')), Identity) << round;
@@ -72,14 +50,7 @@ std::vector<std::int64_t> Arrivals(BoardLine& line, HandClock& clock, Bytes& rep
     return times;
 }
 
-struct LineTest : testing::Test {
-    HandClock clock;
-    BoardEngine board{clock.Reading(), {}};
-    PacedLine line{board, clock.Reading(), 10'000};  // a millisecond a byte
-    Bytes replies;
-};
-
-TEST_F(LineTest, EveryByteTakesTenBitTimesInBothDirections) {
+TEST_F(BoardTest, EveryByteTakesTenBitTimesInBothDirections) {
     PacedLine fast(board, clock.Reading(), 57600);
     fast.Receive(ReadRequest(0));
     const auto times = Arrivals(fast, clock, replies);
@@ -90,24 +61,70 @@ TEST_F(LineTest, EveryByteTakesTenBitTimesInBothDirections) {
         EXPECT_EQ(times[static_cast<std::size_t>(i)], ((8 + i) * 10'000'000 + 57599) / 57600) << i;
 }
 
-TEST(DeviceFile, BrokenFilesAreRefusedWholeWithTheirLineAndCause) {
-    const std::string longRecord = ":34000000" + std::string(104, '0') + "CC\n";
-    const std::pair<std::string, std::string> broken[] = {
-        {"", "no end record"},
-        {":02000000ABCD87\n:00000001FF\n", "wrong checksum"},
-        {"\n:00000001FF\n", "no record with an address"},
-        {longRecord + ":00000001FF\n", "too many bytes"},
-        {":020000040001F9\n:00000001FF\n", "an address above FFFF"},
-        {":020000021000EC\n:00000001FF\n", "an address above FFFF"},
-    };
-    for (const auto& [text, cause] : broken) {
-        DeviceMemory memory({7, 16, 0});
-        const auto loaded = LoadDevice(":02000000ABCD86\n" + text, memory);
-        ASSERT_FALSE(loaded) << text;
-        EXPECT_EQ(loaded.error().Cause, cause);
-        EXPECT_EQ(loaded.error().Line, 2) << text;
-        EXPECT_EQ(memory.ByteAt(0), 0xFF) << "nothing of it is taken";
+TEST_F(BoardTest, BytesQueueOnTheWireAndLatenessInTakingDoesNotAddUp) {
+    line.Receive(Command('T'));
+    clock.now = 500us;
+    line.Receive(Command('T'));
+    clock.now = 7'500us;
+    EXPECT_EQ(Ask(line, {}).size(), 5u) << "due at 3000, 4000, 5000, 6000, 7000";
+    const auto times = Arrivals(line, clock, replies);
+    ASSERT_EQ(times.size(), 15u);
+    EXPECT_EQ(times[0], 8'000);
+    EXPECT_EQ(times[4], 12'000);
+    EXPECT_EQ(times[5], 13'000) << "ready at 4000, but the line is busy";
+}
+
+TEST_F(BoardTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
+    FaultPlan plan;
+    plan.Delay = {{}, 20ms};
+    plan.HangUpInReply = 1;
+    FaultyBoard faulty(board, clock.Reading(), plan);
+    PacedLine paced(faulty, clock.Reading(), 10'000);
+    paced.Receive(Command('T') + Command('T'));
+    EXPECT_FALSE(paced.HungUp());
+    const auto times = Arrivals(paced, clock, replies);
+    EXPECT_THAT(times, testing::ElementsAre(23'000, 24'000, 25'000, 26'000, 27'000));
+    EXPECT_TRUE(paced.HungUp());
+    EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
+    EXPECT_EQ(faulty.NextDue(), std::nullopt);
+}
+
+TEST_F(BoardTest, WhatFollowsADelayedReplyWaitsForIt) {
+    FaultPlan plan;
+    plan.Delay = {1, 1500ms};
+    FaultyBoard faulty(board, clock.Reading(), plan);
+    EXPECT_THAT(Ask(faulty, Command('T') + Command('T')), IsEmpty());
+    EXPECT_EQ(faulty.NextDue(), 1500ms);
+    clock.now = 1500ms;
+    EXPECT_EQ(Ask(faulty, {}), Identity + Identity);
+}
+
+TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
+    for (const DeviceShape shape : {DeviceShape{7, 8192, 256}, DeviceShape{3, 13, 7}}) {
+        DeviceMemory memory(shape);
+        for (std::uint32_t address = 0; address < DeviceMemory::EndAddress; ++address)
+            memory.SetByte(address, static_cast<std::uint8_t>(address * 31 + address / 256));
+        DeviceMemory loaded(shape);
+        EXPECT_TRUE(LoadDevice(DeviceText(memory), loaded));
+        for (std::uint32_t address = 0; address < 0x10000; ++address)
+            ASSERT_EQ(loaded.ByteAt(address), memory.ByteAt(address)) << address;
     }
+}
+
+TEST(DeviceFile, ARefusedOneChangesNothingAndBytesWithNoPlaceArePassedOver) {
+    const std::string start = ":020000040000FA\r\n:02000000abcd86\r\n";
+    const std::string end = ":00000001FF\nnot looked at\n";
+    DeviceMemory memory({7, 16, 0});
+    EXPECT_FALSE(LoadDevice(start + ":020000040001F9\n" + end, memory));
+    EXPECT_EQ(memory.ByteAt(0), 0xFF);
+    EXPECT_TRUE(LoadDevice(
+        start + ":1042000000000000000000000000000000000000AE\r\n:04001E00010203A434\n" + end,
+        memory));
+    EXPECT_EQ(memory.ByteAt(0), 0xAB);
+    EXPECT_EQ(memory.ByteAt(2), 0xFF) << "what the file does not hold stays";
+    EXPECT_EQ(memory.ByteAt(0x1F), 0x02) << "the record runs past the end of the device";
+    EXPECT_EQ(memory.ByteAt(0x20), 0xFF);
+    EXPECT_EQ(memory.ByteAt(0x4200), 0xFF);
 }
 
 }  // namespace
