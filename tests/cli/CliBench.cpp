@@ -41,13 +41,24 @@ void CliBench::LosePortAfter(std::size_t frames) {
     desktop.intrude = [this, frames] { desktop.portLost = Wire().size() > frames; };
 }
 
+void CliBench::InterruptAfter(std::size_t frames) {
+    machine.interrupted = [this, frames] { return Wire().size() > frames; };  // and "open"
+}
+
+void CliBench::InterruptIn(std::chrono::milliseconds time) {
+    interruption_ = desktop.NewTimer();
+    interruption_->SetInterval(time);
+    interruption_->OnTick([this] { machine.interrupted = [] { return true; }; });
+    interruption_->Enable();
+}
+
 Ran CliBench::Run(const std::vector<std::string>& words, const std::string& input) {
     desktop.record.clear();
     desktop.received.clear();
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream errors;
-    const Streams streams{in, out, errors, terminal, terminal, colour};
+    const Streams streams{in, out, errors, terminal, terminal, terminal};
     const auto parsed = ParseArguments(words);
     const ExitStatus status =
         parsed ? RunCommand(*parsed, machine, streams) : Give(parsed.error(), streams);

@@ -62,6 +62,10 @@ class CliBench {
     /// Has the port go away once that many frames are sent.
     void LosePortAfter(std::size_t frames);
 
+    /// Has the user interrupt the program when that many frames are sent, or that time has passed.
+    void InterruptAfter(std::size_t frames);
+    void InterruptIn(std::chrono::milliseconds time);
+
     /// Has the board answer as the one in a trace did.
     void Replay(const std::string& trace);
 
@@ -76,13 +80,10 @@ class CliBench {
     FakeMachine machine{desktop};
     std::unique_ptr<Simulator::BoardEngine> engine;
     std::unique_ptr<Simulator::BoardLine> board;
-    bool terminal = false;  ///< the streams are one
-    bool colour = false;
-};
+    bool terminal = false;  ///< the streams are one, with colours
 
-class CliTest : public testing::Test, public CliBench {
-  public:
-    using CliBench::Run;  // not the test's own
+  private:
+    std::unique_ptr<WindowTimer> interruption_;
 };
 
 }  // namespace Tamber::Cli

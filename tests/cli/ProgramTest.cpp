@@ -1,16 +1,11 @@
 #include <signal.h>
 
-#include <cstdlib>
-#include <thread>
-
 #include "cli/CliBench.hpp"
 #include "cli/Ports.hpp"
 #include "endtoend/Desktop.hpp"
 
 namespace Tamber::Cli {
 namespace {
-
-using namespace std::chrono_literals;
 
 // The built program and the built board, over a real pseudo-terminal.
 class ProgramTest : public testing::Test {
@@ -21,28 +16,23 @@ class ProgramTest : public testing::Test {
 
     void StartBoard(std::vector<std::string> options) {
         options.insert(options.begin(), {BOARD_PROGRAM, "--link", folder / "com1"});
+        std::filesystem::remove(folder / "board.log");
         board = std::make_unique<Process>(options, folder.Path(), folder / "board.log");
-        ASSERT_TRUE(WaitFor("board.log", "ready"));
+        ASSERT_TRUE(AwaitText("board.log", "ready"));
     }
 
     // What the program prints on both streams goes to "out.txt".
-    std::unique_ptr<Process> Start(const std::string& arguments) {
+    Process Start(const std::string& arguments) {
         std::filesystem::remove(folder / "out.txt");
-        return std::make_unique<Process>(
-            std::vector<std::string>{"/bin/sh", "-c", "exec " CLI_PROGRAM " " + arguments},
-            folder.Path(), folder / "out.txt");
+        return Process({"/bin/sh", "-c", "exec " CLI_PROGRAM " " + arguments}, folder.Path(),
+                       folder / "out.txt");
     }
 
-    int Run(const std::string& arguments) { return Start(arguments)->Wait(); }
-    std::string Output() const { return FileText(folder / "out.txt"); }
+    int Run(const std::string& arguments) { return Start(arguments).Wait(); }
+    std::string Output() const { return Contents(folder / "out.txt"); }
 
-    // True once `text` stands in the file; patience is far above what anything here takes.
-    bool WaitFor(const std::string& file, const std::string& text) const {
-        for (int wait = 0; wait < 4000; ++wait, std::this_thread::sleep_for(5ms))
-            if (std::filesystem::exists(folder / file) &&
-                FileText(folder / file).find(text) != std::string::npos)
-                return true;
-        return false;
+    bool AwaitText(const std::string& file, const std::string& text) const {
+        return Await([&] { return Contents(folder / file).find(text) != std::string::npos; });
     }
 
     TestFolder folder;
@@ -64,6 +54,7 @@ TEST_F(ProgramTest, TheWholeJobOverAPseudoTerminal) {
     EXPECT_EQ(Run("blank --port ./samples/greeting-16f84a.hex"), 4);
     EXPECT_THAT(Output(), HasSubstr("Communication Port Error: "));
     EXPECT_EQ(Run("read --help >/dev/full"), 3);
+    EXPECT_EQ(Run("read --json >/dev/full"), 3);
 }
 
 TEST_F(ProgramTest, AStablePathIsTheLinkThatLeadsToThePort) {
@@ -79,26 +70,41 @@ TEST_F(ProgramTest, AStablePathIsTheLinkThatLeadsToThePort) {
 }
 
 TEST_F(ProgramTest, InterruptedOnceItClosesTheSequenceAndTwiceItIsGone) {
-    StartBoard({"--trace", "--delay", "10"});
-    auto program = Start("program samples/greeting-16f84a.hex");
-    ASSERT_TRUE(WaitFor("board.log", "> 14 00 40"));
-    program->Signal(SIGINT);
-    EXPECT_EQ(program->Wait(), 130);
+    StartBoard({"--trace", "--delay", "20"});
+    Process once = Start("program samples/greeting-16f84a.hex");
+    ASSERT_TRUE(AwaitText("board.log", "> 14 00 40"));
+    once.Signal(SIGINT);
+    EXPECT_EQ(once.Wait(), 130);
     EXPECT_THAT(Output(), HasSubstr("Programming Program Memory...   Interrupted!\n"));
-    ASSERT_TRUE(WaitFor("board.log", "> 01 57 ; write sequence closes"));
+    ASSERT_TRUE(AwaitText("board.log", "> 01 57 ; write sequence closes"));
+    ASSERT_TRUE(AwaitText("board.log", "> 01 49 ; end"));
+    EXPECT_THAT(FileText(folder / "board.log"), Not(HasSubstr("> 14 02 00")));
 
-    program = Start("program samples/greeting-16f84a.hex --trace twice.txt");
-    ASSERT_TRUE(WaitFor("twice.txt", "> 14 00 40"));
-    program->Signal(SIGINT);
-    program->Signal(SIGTERM);
-    EXPECT_EQ(program->Wait(), 130);
+    Process twice = Start("program samples/greeting-16f84a.hex --trace twice.txt");
+    ASSERT_TRUE(AwaitText("twice.txt", "> 14 00 40"));
+    twice.Signal(SIGINT);
+    twice.Signal(SIGTERM);
+    EXPECT_EQ(twice.Wait(), 130);
     EXPECT_THAT(FileText(folder / "twice.txt"), Not(HasSubstr("> 01 49")));
 }
 
 TEST_F(ProgramTest, APortThatGoesAwayEndsTheRunWithinTheTimeOut) {
     StartBoard({"--hang-up", "30"});
-    EXPECT_EQ(Run("program samples/greeting-16f84a.hex --trace first.txt"), 6);
+    EXPECT_EQ(Run("program samples/greeting-16f84a.hex --trace trace.txt"), 6);
     EXPECT_THAT(Output(), HasSubstr("The port went away."));
+
+    // The board's trouble is in the trace and can be had again.
+    EXPECT_EQ(board->Wait(), 0);
+    StartBoard({"--replay", "trace.txt"});
+    EXPECT_EQ(Run("program samples/greeting-16f84a.hex"), 6);
+    EXPECT_THAT(Output(), HasSubstr("The port went away."));
+}
+
+TEST_F(ProgramTest, ItRunsWithoutAnyPartOfADisplay) {
+    Process listing({"/usr/bin/ldd", CLI_PROGRAM}, folder.Path(), folder / "libraries.txt");
+    ASSERT_EQ(listing.Wait(), 0);
+    EXPECT_THAT(Contents(folder / "libraries.txt"),
+                AllOf(HasSubstr("libQt6SerialPort"), Not(HasSubstr("libQt6Gui"))));
 }
 
 }  // namespace
