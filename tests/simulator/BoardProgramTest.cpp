@@ -10,7 +10,6 @@
 #include "core/TestFolder.hpp"
 #include "endtoend/Desktop.hpp"
 #include "simulator/BoardBench.hpp"
-#include "simulator/BoardOptions.hpp"
 #include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Simulator {
@@ -153,20 +152,6 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         EXPECT_TRUE(status == 0 || std::ranges::count(log, '\n') == 1) << log;
     }
     EXPECT_TRUE(fs::is_regular_file(link));
-}
-
-TEST(BoardOptions, WrongOnesAreNamed) {
-    for (const std::string words :
-         {"--speed 1", "com1", "--type 27", "--words 8193", "--words -1", "--words 10x",
-          "--words 0x", "--words 0x-1", "--eeprom 257", "--name SIXSIX", "--version 10", "--pace 0",
-          "--reply-length 4", "--delay 1:2:3", "--delay :1", "--alter-reply 1:2",
-          "--alter-reply 1:2:256", "--refuse-write 16", "--silent-from 99999999999"}) {
-        const auto blank = words.find(' ');
-        const std::string name = words.substr(0, blank);
-        const auto options = ParseBoardOptions({name, words.substr(blank + 1)});
-        ASSERT_FALSE(options) << words;
-        EXPECT_THAT(options.error().Text, testing::HasSubstr(name));
-    }
 }
 
 }  // namespace

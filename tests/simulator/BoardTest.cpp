@@ -61,19 +61,6 @@ TEST_F(BoardTest, EveryByteTakesTenBitTimesInBothDirections) {
         EXPECT_EQ(times[static_cast<std::size_t>(i)], ((8 + i) * 10'000'000 + 57599) / 57600) << i;
 }
 
-TEST_F(BoardTest, BytesQueueOnTheWireAndLatenessInTakingDoesNotAddUp) {
-    line.Receive(Command('T'));
-    clock.now = 500us;
-    line.Receive(Command('T'));
-    clock.now = 7'500us;
-    EXPECT_EQ(Ask(line, {}).size(), 5u) << "due at 3000, 4000, 5000, 6000, 7000";
-    const auto times = Arrivals(line, clock, replies);
-    ASSERT_EQ(times.size(), 15u);
-    EXPECT_EQ(times[0], 8'000);
-    EXPECT_EQ(times[4], 12'000);
-    EXPECT_EQ(times[5], 13'000) << "ready at 4000, but the line is busy";
-}
-
 TEST_F(BoardTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
     FaultPlan plan;
     plan.Delay = {{}, 20ms};
@@ -87,16 +74,6 @@ TEST_F(BoardTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
     EXPECT_TRUE(paced.HungUp());
     EXPECT_THAT(Ask(faulty, Command('T')), IsEmpty());
     EXPECT_EQ(faulty.NextDue(), std::nullopt);
-}
-
-TEST_F(BoardTest, WhatFollowsADelayedReplyWaitsForIt) {
-    FaultPlan plan;
-    plan.Delay = {1, 1500ms};
-    FaultyBoard faulty(board, clock.Reading(), plan);
-    EXPECT_THAT(Ask(faulty, Command('T') + Command('T')), IsEmpty());
-    EXPECT_EQ(faulty.NextDue(), 1500ms);
-    clock.now = 1500ms;
-    EXPECT_EQ(Ask(faulty, {}), Identity + Identity);
 }
 
 TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
