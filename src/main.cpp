@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "StartUp.hpp"
+#include "platform/qt/Interruption.hpp"
 #include "platform/qt/QtPlatform.hpp"
 #include "ui/Opening.hpp"
 
@@ -49,6 +50,8 @@ int main(int, char** argv) {
     // The main window says when the program ends; a box closed before it appears does not.
     QApplication::setQuitOnLastWindowClosed(false);
     Opening opening(program, platform);
+    Interruption interruption(EXIT_FAILURE, "");
+    interruption.OnNoted([&opening] { opening.End(); });
     opening.Begin();
     return QApplication::exec();
 }

@@ -1,12 +1,6 @@
 #include "cli/QtMachine.hpp"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QSerialPortInfo>
-#include <array>
-#include <csignal>
-#include <string_view>
 
 #include "cli/Outcome.hpp"
 #include "cli/Ports.hpp"
@@ -16,55 +10,11 @@
 namespace Tamber::Cli {
 namespace {
 
-// A signal handler can reach nothing but objects of static storage.
-volatile std::sig_atomic_t noted = 0;
-std::array<int, 2> wake{-1, -1};  // the ends of a pipe: to read from, to write to
-
-constexpr std::array Caught{SIGINT, SIGTERM};
-
-constexpr std::string_view Hint =
-    "\nEnding at the next block; another interruption ends it at once.\n";
-
-// When it fails, no one is there to read it.
-void Write(int file, std::string_view text) {
-    [[maybe_unused]] const auto written = write(file, text.data(), text.size());
-}
-
-extern "C" void NoteInterruption(int) {
-    if (noted != 0)
-        _exit(static_cast<int>(ExitStatus::Interrupted));
-    noted = 1;
-    Write(wake[1], "!");
-    if (isatty(STDERR_FILENO) == 1)
-        Write(STDERR_FILENO, Hint);
-}
-
-void CatchInterruptions() {
-    if (pipe2(wake.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        wake = {-1, -1};
-    struct sigaction action {};
-    action.sa_handler = NoteInterruption;
-    action.sa_flags = SA_RESTART;
-    for (const int signal : Caught)
-        sigaction(signal, &action, nullptr);
-    struct sigaction hangUp {};
-    sigaction(SIGHUP, nullptr, &hangUp);
-    if (hangUp.sa_handler != SIG_IGN)  // as under nohup
-        sigaction(SIGHUP, &action, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-}
+constexpr char Hint[] = "\nEnding at the next block; another interruption ends it at once.\n";
 
 }  // namespace
 
-// One wake-up is enough: what waits then asks, and an interruption stays one.
-QtMachine::QtMachine() {
-    CatchInterruptions();
-    if (wake[0] < 0)
-        return;
-    interruption_.emplace(wake[0], QSocketNotifier::Read);
-    QObject::connect(&*interruption_, &QSocketNotifier::activated, &*interruption_,
-                     [this] { interruption_->setEnabled(false); });
-}
+QtMachine::QtMachine() : interruption_(static_cast<int>(ExitStatus::Interrupted), Hint) {}
 
 std::unique_ptr<WindowTimer> QtMachine::NewTimer() {
     return std::make_unique<QtWindowTimer>();
@@ -93,7 +43,7 @@ std::chrono::microseconds QtMachine::Now() const {
 }
 
 bool QtMachine::Interrupted() const {
-    return noted != 0;
+    return interruption_.Noted();
 }
 
 }  // namespace Tamber::Cli

@@ -1,17 +1,13 @@
 #pragma once
 
-#include <QSocketNotifier>
-#include <optional>
-
 #include "cli/Machine.hpp"
+#include "platform/qt/Interruption.hpp"
 #include "platform/qt/QtEventDelivery.hpp"
 
 namespace Tamber::Cli {
 
-/// The machine by way of Qt's parts that know no display. SIGINT, SIGTERM and SIGHUP interrupt the
-/// program: the first one wakes the event delivery, the second ends the program at once. A SIGHUP
-/// that is ignored stays so. A reader that goes away ends nothing. Needs a QCoreApplication that
-/// outlives it, and is made once.
+/// The machine by way of Qt's parts that know no display, interrupted by signals. Needs a
+/// QCoreApplication that outlives it, and is made once.
 class QtMachine final : public Machine {
   public:
     QtMachine();
@@ -25,7 +21,7 @@ class QtMachine final : public Machine {
 
   private:
     QtEventDelivery events_;
-    std::optional<QSocketNotifier> interruption_;
+    Interruption interruption_;
 };
 
 }  // namespace Tamber::Cli

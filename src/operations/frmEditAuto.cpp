@@ -2,12 +2,14 @@
 
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <algorithm>
 
 #include "StartUp.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "operations/FunctionRows.hpp"
 #include "platform/qt/ModalDialog.hpp"
+#include "platform/qt/RowList.hpp"
 #include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
@@ -21,6 +23,7 @@ constexpr int ClientHeight = 2175;
 frmEditAuto::frmEditAuto(QWidget& owner, modFunc& program, MessageBoxes& boxes)
     : QDialog(&owner), program_(program), boxes_(boxes) {
     MakeControls();
+    MakeShortWays();
     Form_Load();
 }
 
@@ -30,7 +33,7 @@ void frmEditAuto::ShowModally() {
 
 QPushButton* frmEditAuto::AddButton(const char* name, const char* caption, int left, int top,
                                     int width, int height, void (frmEditAuto::*click)()) {
-    QPushButton* button = MakeButton(caption, this);
+    QPushButton* button = new QPushButton(caption, this);
     Place(*button, name, left, top, width, height);
     connect(button, &QPushButton::clicked, this, click);
     return button;
@@ -39,10 +42,10 @@ QPushButton* frmEditAuto::AddButton(const char* name, const char* caption, int l
 void frmEditAuto::MakeControls() {
     DesignDialog(*this, "frmEditAuto", "Edit Auto", ClientWidth, ClientHeight);
     // Made in the order in which the keyboard goes through them.
-    lstIn = new QListWidget(this);
+    lstIn = new RowList(this);
     Place(*lstIn, "lstIn", 120, 120, 1695, 1425);
     lstIn->setAccessibleName("Functions");
-    lstOut = new QListWidget(this);
+    lstOut = new RowList(this);
     Place(*lstOut, "lstOut", 2760, 120, 1695, 1425);
     lstOut->setAccessibleName("Series");
     cmdOk = AddButton("cmdOk", "OK", 3120, 1680, 975, 375, &frmEditAuto::cmdOk_Click);
@@ -55,7 +58,30 @@ void frmEditAuto::MakeControls() {
         AddButton("cmdMoveLeft", "<", 2040, 600, 495, 255, &frmEditAuto::cmdMoveLeft_Click);
     cmdMoveLeftAll =
         AddButton("cmdMoveLeftAll", "<<", 2040, 960, 495, 255, &frmEditAuto::cmdMoveLeftAll_Click);
+    cmdMoveRight->setToolTip("Adds the function to the series (double click)");
+    cmdMoveLeft->setToolTip("Takes the highlighted function out of the series (Delete)");
+    cmdMoveLeftAll->setToolTip("Empties the series");
+    lstOut->setToolTip("Alt+Up and Alt+Down move the highlighted function");
     lstIn->setFocus();
+}
+
+void frmEditAuto::MakeShortWays() {
+    connect(lstIn, &QListWidget::itemDoubleClicked, cmdMoveRight, &QPushButton::click);
+    const auto onKey = [this](const QKeySequence& key, const auto& act) {
+        connect(new QShortcut(key, lstOut, nullptr, nullptr, Qt::WidgetShortcut),
+                &QShortcut::activated, this, act);
+    };
+    onKey(Qt::Key_Delete, [this] { cmdMoveLeft->click(); });
+    onKey(Qt::ALT | Qt::Key_Up, [this] { MoveRow(-1); });
+    onKey(Qt::ALT | Qt::Key_Down, [this] { MoveRow(+1); });
+}
+
+void frmEditAuto::MoveRow(int by) {
+    const int row = HighlightedRow(*lstOut);
+    if (row < 0 || row + by < 0 || row + by >= lstOut->count())
+        return;
+    lstOut->insertItem(row + by, lstOut->takeItem(row));
+    lstOut->setCurrentRow(row + by);
 }
 
 void frmEditAuto::Form_Load() {
@@ -83,17 +109,18 @@ void frmEditAuto::EnableMoves() {
 }
 
 void frmEditAuto::cmdMoveRight_Click() {
-    if (!lstIn->currentItem())
+    const int row = HighlightedRow(*lstIn);
+    if (row < 0)
         return;
-    lstOut->addItem(lstIn->currentItem()->clone());
+    lstOut->addItem(lstIn->item(row)->clone());
     lstOut->scrollToBottom();
     ++count_;
     EnableMoves();
 }
 
 void frmEditAuto::cmdMoveLeft_Click() {
-    if (const QList<QListWidgetItem*> selected = lstOut->selectedItems(); !selected.isEmpty()) {
-        delete selected.first();
+    if (const int row = HighlightedRow(*lstOut); row >= 0) {
+        delete lstOut->takeItem(row);
         --count_;
     }
     EnableMoves();

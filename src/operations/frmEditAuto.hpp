@@ -22,6 +22,8 @@ class frmEditAuto : public QDialog {
 
   private:
     void MakeControls();
+    void MakeShortWays();
+    void MoveRow(int by);
     QPushButton* AddButton(const char* name, const char* caption, int left, int top, int width,
                            int height, void (frmEditAuto::*click)());
     void Form_Load();

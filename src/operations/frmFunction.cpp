@@ -44,13 +44,21 @@ void frmFunction::Form_Load(ProgrammerLink& link) {
         AddRow(*listFunction, function.Name, function.Code);
     listFunction->setCurrentRow(0);
     run_.ShowProgress(0);
-    cmdRun->setEnabled(program_.link.ProgrammerFound);
+    EnableRun(program_.link.ProgrammerFound,
+              "No programmer board answered when Tamber started. Check the board and the port "
+              "(Options > Settings), then start Tamber again.");
     link.SelectDeviceType(device_.TypeCode);
     if (device_.EepromBytes == 0) {
         chkEM->setChecked(false);
         chkEM->setEnabled(false);
     }
     frameOption->setEnabled(device_.TypeCode != StreamTypeCode);
+}
+
+// A button that cannot be pressed says why.
+void frmFunction::EnableRun(bool enable, const char* whyNot) {
+    cmdRun->setEnabled(enable);
+    cmdRun->setToolTip(enable ? "" : whyNot);
 }
 
 void frmFunction::ShowModally() {
@@ -85,7 +93,9 @@ void frmFunction::Unload() {
 
 void frmFunction::RunBegins() {
     running_ = true;
-    cmdRun->setEnabled(false);
+    focusBefore_ = focusWidget();
+    listFunction->setFocus();  // the one control that stays usable
+    EnableRun(false, "A function is running.");
     cmdClose->setEnabled(false);
     frameOption->setEnabled(false);
 }
@@ -96,9 +106,11 @@ void frmFunction::RunEnds() {
         owner_.setEnabled(true);
         return;
     }
-    cmdRun->setEnabled(true);
+    EnableRun(true);
     cmdClose->setEnabled(true);
     frameOption->setEnabled(device_.TypeCode != StreamTypeCode);
+    if (focusBefore_)
+        focusBefore_->setFocus();
 }
 
 void frmFunction::LinesCleared() {

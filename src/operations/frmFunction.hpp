@@ -38,6 +38,9 @@ class frmFunction : public QDialog, private FunctionDisplay {
     /// A function is running.
     bool Running() const { return running_; }
 
+    /// Ends the running function, if there is one, at its next block.
+    void StopRunning() { stopping_ = true; }
+
     void reject() override;
 
   protected:
@@ -50,6 +53,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     void MakeProgress();
     void MakeButtons();
     void Form_Load(ProgrammerLink& link);
+    void EnableRun(bool enable, const char* whyNot = "");
     void cmdRun_Click();
     void cmdClose_Click();
     void Unload();
@@ -63,6 +67,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     void ProgressMoves(std::int16_t percent) override;
     void ReadCompletes() override;
     void ImageChanged(const Regions& regions) override;
+    bool StopRequested() override { return stopping_; }
 
     QWidget& owner_;
     const modFunc& program_;
@@ -85,8 +90,10 @@ class frmFunction : public QDialog, private FunctionDisplay {
     QPushButton* cmdRun = nullptr;
     QPushButton* cmdClose = nullptr;
 
+    QWidget* focusBefore_ = nullptr;  // what had the focus when the run began
     int shownPercent_ = -1;
     bool running_ = false;
+    bool stopping_ = false;
     bool unloaded_ = false;  // a Read has taken the dialog off the screen
 };
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "operations/frmFunction.hpp"
+#include "platform/qt/RowList.hpp"
 #include "platform/qt/WindowDesign.hpp"
 
 namespace Tamber {
@@ -43,7 +44,7 @@ void PlaceBar(QWidget& bar, const char* name, const QColor& color) {
 
 void frmFunction::MakeControls() {
     DesignDialog(*this, "frmFunction", "Function", ClientWidth, ClientHeight);
-    listFunction = new QListWidget(this);
+    listFunction = new RowList(this);
     Place(*listFunction, "listFunction", 120, 240, 1455, 2400);
     listFunction->setAccessibleName("Functions");
     MakeMessageLines();
@@ -95,10 +96,10 @@ void frmFunction::MakeProgress() {
 }
 
 void frmFunction::MakeButtons() {
-    cmdRun = MakeButton("Run", this);
+    cmdRun = new QPushButton("Run", this);
     Place(*cmdRun, "cmdRun", 360, 2760, 975, 375);
     cmdRun->setDefault(true);
-    cmdClose = MakeButton("Close", this);
+    cmdClose = new QPushButton("Close", this);
     Place(*cmdClose, "cmdClose", 6000, 2760, 975, 375);
     connect(cmdRun, &QPushButton::clicked, this, &frmFunction::cmdRun_Click);
     connect(cmdClose, &QPushButton::clicked, this, &frmFunction::cmdClose_Click);

@@ -26,10 +26,25 @@ Opening::Opening(modFunc& program, Platform& platform)
       platform_(platform),
       splash_(nullptr, platform, [this] { ShowMainWindow(); }) {
     splash_.OnceOnScreen([] { MakeReady(); });
+    qApp->installEventFilter(this);
 }
 
 void Opening::Begin() {
     splash_.show();
+}
+
+void Opening::End() {
+    if (window_)
+        window_->EndProgram();
+    else
+        QCoreApplication::exit(0);
+}
+
+bool Opening::eventFilter(QObject* application, QEvent* event) {
+    if (application != qApp || event->type() != QEvent::Quit)
+        return false;
+    End();
+    return true;
 }
 
 // The window is not made any earlier: its time-out timer runs from then on, and the board gets the

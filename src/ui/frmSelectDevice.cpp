@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "platform/qt/ModalDialog.hpp"
+#include "platform/qt/RowList.hpp"
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/mdiMain.hpp"
 
@@ -47,6 +48,17 @@ void AddOutline(QWidget* parent, const Outline& outline) {
     shape->setPalette(palette);
 }
 
+QString Describe(const DeviceRecord& device) {
+    const QString eeprom = device.EepromBytes == 0
+                               ? QString("no EEPROM")
+                               : QString("%1 bytes of EEPROM").arg(device.EepromBytes);
+    return QString("%1 words, %2, type %3, %4")
+        .arg(device.ProgramWords)
+        .arg(eeprom)
+        .arg(device.TypeCode)
+        .arg(device.EraseSupported ? "can be erased" : "cannot be erased");
+}
+
 }  // namespace
 
 frmSelectDevice::frmSelectDevice(mdiMain& owner, modFunc& program)
@@ -63,13 +75,13 @@ void frmSelectDevice::ShowModally() {
 
 void frmSelectDevice::MakeControls() {
     DesignDialog(*this, "frmSelectDevice", "Select Device", 3285, 2940);
-    listDevice = new QListWidget(this);
+    listDevice = new RowList(this);
     Place(*listDevice, "listDevice", 240, 120, 1695, 2010);
     listDevice->setAccessibleName("Devices");
-    cmdOk = MakeButton("OK", this);
+    cmdOk = new QPushButton("OK", this);
     Place(*cmdOk, "cmdOk", 1800, 2400, 1095, 375);
     cmdOk->setDefault(true);
-    cmdCancel = MakeButton("Cancel", this);
+    cmdCancel = new QPushButton("Cancel", this);
     Place(*cmdCancel, "cmdCancel", 240, 2400, 1095, 375);
     connect(cmdOk, &QPushButton::clicked, this, &frmSelectDevice::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmSelectDevice::cmdCancel_Click);
@@ -95,8 +107,12 @@ void frmSelectDevice::MakeSocketDrawing() {
 }
 
 void frmSelectDevice::Form_Load() {
-    for (int slot = 1; slot <= program_.settings.DeviceCount; ++slot)
-        listDevice->addItem(OutsideText(program_.catalogue.Record(slot).Name));
+    for (int slot = 1; slot <= program_.settings.DeviceCount; ++slot) {
+        const DeviceRecord& device = program_.catalogue.Record(slot);
+        auto* row = new QListWidgetItem(OutsideText(device.Name), listDevice);
+        row->setToolTip(Describe(device));
+        row->setData(Qt::AccessibleDescriptionRole, Describe(device));
+    }
     listDevice->setCurrentRow(program_.settings.SelectedDevice - 1);
     listDevice->setFocus();
 }

@@ -32,10 +32,10 @@ void frmSettings::MakeControls() {
         option->setToolTip(OutsideText(PortDescription(program_.AppPath, index + 1)));
         ++index;
     }
-    cmdOk = MakeButton("OK", this);
+    cmdOk = new QPushButton("OK", this);
     Place(*cmdOk, "cmdOk", 1440, 1920, 975, 375);
     cmdOk->setDefault(true);
-    cmdCancel = MakeButton("Cancel", this);
+    cmdCancel = new QPushButton("Cancel", this);
     Place(*cmdCancel, "cmdCancel", 240, 1920, 975, 375);
     connect(cmdOk, &QPushButton::clicked, this, &frmSettings::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmSettings::cmdCancel_Click);

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QScreen>
+#include <iostream>
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
@@ -91,7 +92,7 @@ void mdiMain::ShowPortFailure(const std::string& reason) {
 // So the window counts as activated once it has been painted; MDIForm_Activate acts only once.
 bool mdiMain::event(QEvent* event) {
     const bool handled = QMainWindow::event(event);
-    if (event->type() == QEvent::Show)
+    if (event->type() == QEvent::Show && !event->spontaneous())
         activateWindow();
     if (event->type() == QEvent::Paint && !Activated)
         QMetaObject::invokeMethod(
@@ -124,6 +125,14 @@ void mdiMain::closeEvent(QCloseEvent* event) {
     }
     MDIForm_Unload();
     event->accept();
+    QCoreApplication::exit(0);
+}
+
+void mdiMain::EndProgram() {
+    if (runningFunctions_)
+        runningFunctions_->StopRunning();
+    if (const auto saved = SaveSettings(SettingsFile(program_), program_.settings); !saved)
+        std::cerr << "Tamber: " << Describe(saved.error()) << std::endl;
     QCoreApplication::exit(0);
 }
 

@@ -34,6 +34,11 @@ class mdiMain : public QMainWindow {
 
     void CloseViews();
 
+    /// Ends the program as File > Exit does, but without asking or telling anything: for a signal
+    /// and for the end of the desktop session. A running function ends at its next block, with its
+    /// sequence closed.
+    void EndProgram();
+
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;

@@ -70,8 +70,11 @@ TEST_F(Programming, FromTheHexFileToTheDevice) {
         return Logged("> 14 40 00") &&
                Log().find("> 01 49", Log().find("> 14 40 00")) < Log().size();
     })) << Log();
-    ASSERT_TRUE(desktop.PressUntil("Escape", MainWindow)) << Log();
-    EXPECT_EQ(StatusAfter("Escape alt+f x"), 0) << Log();
+    const std::string settings = Contents(folder / "tamber.cfg");
+    std::filesystem::remove(folder / "tamber.cfg");
+    program->Signal(SIGTERM);  // with the dialog open
+    EXPECT_EQ(program->Wait(), 0) << Log();
+    EXPECT_EQ(Contents(folder / "tamber.cfg"), settings);
 
     board.Signal(SIGTERM);
     EXPECT_EQ(board.Wait(), 0) << Log();

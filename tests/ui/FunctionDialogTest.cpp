@@ -82,6 +82,33 @@ TEST_F(FunctionDialog, RunsShowHowFarTheyAreAndAreNotDisturbed) {
     EXPECT_TRUE(bench->window->isVisible());
 }
 
+TEST_F(FunctionDialog, EndOfTheSessionEndsARunAtItsNextBlockAndWritesTheSettings) {
+    Use([&] {
+        std::filesystem::remove(bench->program.AppPath / "tamber.cfg");
+        Run(FunctionBlank, [&] {
+            if (Text("lblProgress") == "25%")
+                bench->window->EndProgram();
+        });
+        EXPECT_EQ(std::ranges::count_if(
+                      bench->desktop.record,
+                      [](const std::string& event) { return event.starts_with("> 04 "); }),
+                  3);
+        EXPECT_EQ(bench->desktop.record.back(), "> 01 49") << "the sequence is closed";
+        EXPECT_EQ(bench->Contents("tamber.cfg"), "2\r\n2\r\n1\r\n");
+    });
+}
+
+TEST_F(FunctionDialog, KeepsTheKeyboardWhereItWasBeforeARun) {
+    Use([&] {
+        for (const char* name : {"cmdRun", "chkPM"}) {
+            bench->dialog->activateWindow();
+            bench->Find(name)->setFocus();
+            Run(FunctionVerify);
+            EXPECT_EQ(bench->dialog->focusWidget()->objectName(), name);
+        }
+    });
+}
+
 // The main window stays without input until the run has unwound.
 TEST_F(FunctionDialog, ReadTakesItOffTheScreenAndReopensTheViewsWhileTheSeriesGoesOn) {
     QPointer<QWidget> programView, configurationView;

@@ -54,6 +54,25 @@ TEST_F(SmallDialogs, ChosenDeviceGetsABlankImageAndItsOwnViews) {
     }
 }
 
+TEST_F(SmallDialogs, DeviceIsFoundByAnyPartOfItsNameAndKeptByAClickBesideTheRows) {
+    InDialog("DeviceSelect", [&] {
+        auto* list = Find<QListWidget>("listDevice");
+        EXPECT_EQ(list->item(1)->toolTip(), "512 words, no EEPROM, type 3, can be erased");
+        QTest::keyClicks(list, "&ä");
+        EXPECT_EQ(list->currentRow(), 1);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, {5, list->height() - 10});
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          list->visualItemRect(list->item(1)).center());
+        Press(Qt::Key_Return);
+    });
+    EXPECT_EQ(Panels(), "COM2 | Device: A&Ä | Size: 200H | File:");
+    InDialog("DeviceSelect", [&] {
+        QTest::keyClicks(Find("listDevice"), "84a");
+        Press(Qt::Key_Return);
+    });
+    EXPECT_EQ(program.settings.SelectedDevice, 1);
+}
+
 TEST_F(SmallDialogs, PortIsRememberedForTheNextStart) {
     program.settings.CommPortNumber = 9;
     InDialog("OptionsSettings", [&] { Press(Qt::Key_Return); });
@@ -83,6 +102,20 @@ TEST_F(SmallDialogs, SeriesIsComposedAndStoredOrSaysWhyNot) {
         Remove(1);
     });
     EXPECT_EQ(Contents("auto.cfg"), "2\r\n1\r\n4\r\n");
+    EditSeries({1, 2}, [&] {
+        auto* functions = Find<QListWidget>("lstIn");
+        const QPoint verify = functions->visualItemRect(functions->item(3)).center();
+        QTest::mouseClick(functions->viewport(), Qt::LeftButton, {}, verify);
+        QTest::mouseDClick(functions->viewport(), Qt::LeftButton, {}, verify);
+        auto* series = Find<QListWidget>("lstOut");
+        series->setCurrentRow(2);
+        series->setFocus();
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down})
+            QTest::keyClick(series, key, Qt::AltModifier);
+        EXPECT_EQ(Rows("lstOut"), "Erase Verify Blank");
+        QTest::keyClick(series, Qt::Key_Delete);
+        EXPECT_EQ(Rows("lstOut"), "Erase Blank");
+    });
     EditSeries({0, 7, 4, 1}, [&] {
         EXPECT_EQ(Rows("lstOut"), "Read Verify Erase");
         Remove(2);

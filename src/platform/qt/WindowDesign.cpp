@@ -7,7 +7,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QScreen>
 #include <QStringDecoder>
 #include <QStyle>
@@ -58,15 +57,13 @@ void DesignDialog(QDialog& dialog, const char* name, const char* caption, int wi
 }
 
 void CentreOnScreen(QWidget& window) {
-    QRect place(QPoint(), window.size());
+    // The frame that the desktop will give it is most likely its owner's.
+    QSize size = window.size();
+    if (const QWidget* owner = window.parentWidget(); owner && owner->isVisible())
+        size += owner->window()->frameSize() - owner->window()->size();
+    QRect place(QPoint(), size);
     place.moveCenter(window.screen()->availableGeometry().center());
     window.move(place.topLeft());
-}
-
-QPushButton* MakeButton(const char* caption, QWidget* parent) {
-    auto* button = new QPushButton(caption, parent);
-    button->setAutoDefault(false);
-    return button;
 }
 
 int HighlightedRow(const QListWidget& list) {

@@ -10,7 +10,6 @@ class QGroupBox;
 class QIcon;
 class QLabel;
 class QListWidget;
-class QPushButton;
 class QWidget;
 
 namespace Tamber {
@@ -30,9 +29,6 @@ void DesignDialog(QDialog& dialog, const char* name, const char* caption, int wi
 
 /// Moves a window that is about to be shown to the middle of its screen.
 void CentreOnScreen(QWidget& window);
-
-/// A button of a dialog; Enter presses it only when it is made the default one.
-QPushButton* MakeButton(const char* caption, QWidget* parent);
 
 /// The row of a list that is highlighted, from 0; -1 when none is.
 int HighlightedRow(const QListWidget& list);
