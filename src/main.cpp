@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QFileInfo>
+#include <QIcon>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -6,6 +8,7 @@
 #include "StartUp.hpp"
 #include "platform/qt/Interruption.hpp"
 #include "platform/qt/QtPlatform.hpp"
+#include "platform/qt/WindowDesign.hpp"
 #include "ui/Opening.hpp"
 
 namespace {
@@ -21,6 +24,16 @@ void LetDisplayBeMissing() {
                                        ? "wayland;xcb;offscreen"
                                        : "xcb;offscreen");
 #endif
+}
+
+// What to do about a start that failed in a folder without its files.
+std::string WorkingFolderHint() {
+    const std::string hint = "\n\nTamber works in the folder that it is started in.";
+    const QFileInfo sample(QCoreApplication::applicationDirPath() + "/../share/tamber/data");
+    if (!sample.isDir())
+        return hint;
+    return hint + " To begin with, copy the sample folder " +
+           sample.canonicalFilePath().toStdString() + " and start it there.";
 }
 
 }  // namespace
@@ -42,8 +55,11 @@ int main(int, char** argv) {
         std::cerr << "Tamber: no display can be opened; start it on a desktop." << std::endl;
 
     QtPlatform platform(program.AppPath);
-    if (!started && display)
-        platform.Boxes().Show(Describe(started.error()), ProgramTitle, BoxIcon::Critical);
+    if (!started && display) {
+        QApplication::setWindowIcon(ApplicationIcon());
+        platform.Boxes().Show(Describe(started.error()) + WorkingFolderHint(), ProgramTitle,
+                              BoxIcon::Critical);
+    }
     if (!started || !display)
         return EXIT_FAILURE;
 
