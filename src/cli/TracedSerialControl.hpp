@@ -25,6 +25,7 @@ class TracedSerialControl final : public SerialControl {
         const std::filesystem::path& path) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
+    void TakeIn() override { port_->TakeIn(); }
     void Input(std::vector<std::uint8_t>& bytes) override;
     bool PortLost() const override { return port_->PortLost(); }
 

@@ -20,8 +20,11 @@ ProgrammerLink::ProgrammerLink(LinkState& state, SerialControl& cm, WindowTimer&
     totmr_.Enable();
 }
 
+// After the program was stopped, or the machine slept, the tick may be due together with a reply
+// that came in time.
 void ProgrammerLink::totmr_Timer() {
-    ReplyTimedOut = true;
+    cm_.TakeIn();
+    ReplyTimedOut = !awaitingReply_ || cm_.InBufferCount() < ExpectedReplyLength;
     totmr_.Disable();
 }
 
@@ -77,8 +80,10 @@ void ProgrammerLink::WaitForReply() {
     totmr_.SetInterval(1000ms);
     ReplyTimedOut = false;
     totmr_.Enable();
+    awaitingReply_ = true;
     DeliverEventsUntil(
         events_, [this] { return cm_.InBufferCount() >= ExpectedReplyLength || ReplyTimedOut; });
+    awaitingReply_ = false;
     // With more bytes than expected the timer runs on: its tick comes after the caller has looked
     // at ReplyTimedOut, and the next wait clears it.
     if (cm_.InBufferCount() == ExpectedReplyLength)

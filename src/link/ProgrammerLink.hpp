@@ -95,6 +95,7 @@ class ProgrammerLink {
     WindowTimer& totmr_;
     EventDelivery& events_;
     std::int16_t ExpectedReplyLength = 0;
+    bool awaitingReply_ = false;
     bool ReplyTimedOut = false;            // set by the time-out tick, cleared as a wait begins
     std::vector<std::uint8_t> ReplyBytes;  // the last reply taken from the port
 };

@@ -28,6 +28,10 @@ class SerialControl {
     /// The number of received bytes waiting to be taken.
     virtual int InBufferCount() = 0;
 
+    /// Takes in, without waiting, what the system holds for this port and has not yet handed over:
+    /// InBufferCount then counts it.
+    virtual void TakeIn() {}
+
     /// Replaces `bytes` by all received bytes that are waiting.
     virtual void Input(std::vector<std::uint8_t>& bytes) = 0;
 

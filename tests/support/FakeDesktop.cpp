@@ -60,6 +60,10 @@ class FakeSerialControl final : public SerialControl {
             desktop_.board->Receive(bytes);
     }
     int InBufferCount() override { return static_cast<int>(desktop_.received.size()); }
+    void TakeIn() override {
+        if (desktop_.board)
+            desktop_.board->Take(desktop_.received);
+    }
     void Input(std::vector<std::uint8_t>& bytes) override {
         bytes = desktop_.received;
         desktop_.received.clear();

@@ -114,6 +114,27 @@ TEST_F(SerialPort, RunsAt57600Baud) {
     EXPECT_EQ(::cfgetospeed(&line), speed_t{B57600});
 }
 
+// The far end's driver has stopped the output, as a board does that is busy.
+TEST_F(SerialPort, SendsTheWholeFrameOnceAStoppedLineFlows) {
+    ASSERT_TRUE(control->PortOpen(path));
+    const int line = ::open(path.c_str(), O_RDWR | O_NOCTTY);
+    ::tcflow(line, TCOOFF);
+    control->Output(Bytes(21, 0x14));
+    EXPECT_EQ(Wakings(), 1) << "it waits without being woken";
+    EXPECT_FALSE(control->PortLost());
+    ::tcflow(line, TCOON);
+    Wakings();
+    EXPECT_EQ(Arrived(), "> " + HexBytes(Bytes(21, 0x14)));
+    ::close(line);
+}
+
+TEST_F(SerialPort, TakesInWhatTheDriverHolds) {
+    ASSERT_TRUE(control->PortOpen(path));
+    Send(Bytes(256));
+    control->TakeIn();
+    EXPECT_EQ(control->InBufferCount(), 256);
+}
+
 TEST_F(SerialPort, SaysWhatIsNoPort) {
     EXPECT_EQ(control->PortOpen("/no/such/port").error(),
               "No such file or directory (/no/such/port)");

@@ -48,11 +48,11 @@ std::string FailureText(const QSerialPort& port, const std::string& path) {
 QtSerialControl::QtSerialControl(QtEventDelivery& events) {
     events.WatchPort(&port_);
     // A short wait that ends without bytes is an "error" too: queued as well, it would wake the
-    // event loop for nothing. The closing is queued because a port is not closed inside a call of
-    // its own.
+    // event loop for nothing. So is a full output buffer, whose bytes go out once the line flows.
+    // The closing is queued because a port is not closed inside a call of its own.
     QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                      [this](QSerialPort::SerialPortError error) {
-                         if (error == QSerialPort::ResourceError)
+                         if (error == QSerialPort::ResourceError && HungUp(port_))
                              QMetaObject::invokeMethod(
                                  &port_, [this] { LosePort(); }, Qt::QueuedConnection);
                      });
@@ -95,6 +95,11 @@ void QtSerialControl::Output(std::span<const std::uint8_t> bytes) {
 
 int QtSerialControl::InBufferCount() {
     return static_cast<int>(std::min(port_.bytesAvailable(), ReceivedMax));
+}
+
+void QtSerialControl::TakeIn() {
+    if (port_.isOpen())
+        port_.waitForReadyRead(0);
 }
 
 void QtSerialControl::Input(std::vector<std::uint8_t>& bytes) {

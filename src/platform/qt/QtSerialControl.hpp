@@ -20,6 +20,7 @@ class QtSerialControl final : public SerialControl {
         const std::filesystem::path& path) override;
     void Output(std::span<const std::uint8_t> bytes) override;
     int InBufferCount() override;
+    void TakeIn() override;
     void Input(std::vector<std::uint8_t>& bytes) override;
     bool PortLost() const override;
 
