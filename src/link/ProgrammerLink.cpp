@@ -90,8 +90,28 @@ void ProgrammerLink::WaitForReply() {
         totmr_.Disable();
 }
 
+void ProgrammerLink::Send(std::span<const std::uint8_t> frame) {
+    FindLeftOver();
+    cm_.Output(frame);
+}
+
 void ProgrammerLink::SendCommand(std::uint8_t letter) {
-    cm_.Output(CommandFrame(letter));
+    Send(CommandFrame(letter));
+}
+
+void ProgrammerLink::Find(const LineFinding& finding) {
+    if (!finding_)
+        finding_ = finding;
+}
+
+void ProgrammerLink::FindLeftOver() {
+    if (const int waiting = cm_.InBufferCount(); waiting > 0)
+        Find({waiting, {}});
+}
+
+void ProgrammerLink::EmptyLine() {
+    cm_.TakeIn();
+    cm_.Input(ReplyBytes);
 }
 
 bool ProgrammerLink::TakeReply(std::int16_t expectedLength) {
@@ -100,6 +120,8 @@ bool ProgrammerLink::TakeReply(std::int16_t expectedLength) {
     if (ReplyTimedOut)
         return false;
     cm_.Input(ReplyBytes);
+    if (const auto more = std::ssize(ReplyBytes) - expectedLength; more > 0)
+        Find({static_cast<int>(more), {}});
     return std::ssize(ReplyBytes) >= expectedLength;
 }
 
@@ -111,9 +133,11 @@ void ProgrammerLink::SelectDeviceType(std::int16_t typeCode) {
 // A reply whose count promises more than came, or more than was asked for, counts as what came.
 tl::expected<BlockReply, NoReply> ProgrammerLink::RequestBlock(int address) {
     SendCommand(CommandRead);
-    cm_.Output(ReadAddressFrame(address));
+    Send(ReadAddressFrame(address));
     if (!TakeReply(ReadReplyLength))
         return tl::unexpected(NoReply());
+    if (ReplyBytes[0] != ReadReplyLength)
+        Find({0, ReplyBytes[0]});
     BlockReply reply;
     std::copy_n(ReplyBytes.begin() + 1, reply.Data.size(), reply.Data.begin());
     reply.Length = std::clamp(ReplyBytes[0] - 1, 0, BlockLength);
@@ -130,7 +154,7 @@ void ProgrammerLink::BeginWrite() {
 
 tl::expected<WriteReply, NoReply> ProgrammerLink::WriteBlock(
     int address, std::uint8_t count, std::span<const std::uint8_t, BlockLength> data) {
-    cm_.Output(WriteDataFrame(address, count, data));
+    Send(WriteDataFrame(address, count, data));
     if (!TakeReply(WriteReplyLength))
         return tl::unexpected(NoReply());
     return WriteReply{ReplyBytes[1] == StatusWritten, AddrHi(address) * 256 + ReplyBytes[2]};

@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <tl/expected.hpp>
 #include <vector>
 
 #include "link/CommandFrame.hpp"
+#include "link/LineFinding.hpp"
 #include "link/LinkState.hpp"
 #include "platform/EventDelivery.hpp"
 #include "platform/SerialControl.hpp"
@@ -78,9 +80,21 @@ class ProgrammerLink {
 
     const LinkState& State() const { return state_; }
 
+    /// The first finding since the last ForgetFinding.
+    const std::optional<LineFinding>& Finding() const { return finding_; }
+    void ForgetFinding() { finding_.reset(); }
+
+    /// Counts what waits at the port, while nothing is asked for, among the findings.
+    void FindLeftOver();
+
+    /// Takes what waits at the port and drops it.
+    void EmptyLine();
+
   private:
     void totmr_Timer();
+    void Send(std::span<const std::uint8_t> frame);
     void SendCommand(std::uint8_t letter);
+    void Find(const LineFinding& finding);
     void TakeIdentification();
 
     // Waits until ExpectedReplyLength bytes are waiting at the port or, 1000 ms after the wait
@@ -98,6 +112,7 @@ class ProgrammerLink {
     bool awaitingReply_ = false;
     bool ReplyTimedOut = false;            // set by the time-out tick, cleared as a wait begins
     std::vector<std::uint8_t> ReplyBytes;  // the last reply taken from the port
+    std::optional<LineFinding> finding_;
 };
 
 }  // namespace Tamber

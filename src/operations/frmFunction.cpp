@@ -26,7 +26,7 @@ void ShowLine(QLabel& line, const QString& text) {
 }  // namespace
 
 frmFunction::frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
-                         ReopenViews reopenViews)
+                         ReopenViews reopenViews, RunEnded runEnded)
     : QDialog(&owner),
       owner_(owner),
       program_(program),
@@ -34,7 +34,8 @@ frmFunction::frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link,
       tmrWait(platform.NewTimer()),
       run_(device_, program.image, program.autoSequence, link, *tmrWait, platform.Events(),
            platform.Boxes(), *this),
-      reopenViews_(std::move(reopenViews)) {
+      reopenViews_(std::move(reopenViews)),
+      runEnded_(std::move(runEnded)) {
     MakeControls();
     Form_Load(link);
 }
@@ -66,10 +67,14 @@ void frmFunction::ShowModally() {
 }
 
 void frmFunction::cmdRun_Click() {
-    if (running_)
+    const DeviceFunction* function = FindFunction(HighlightedCode(*listFunction));
+    if (running_ || !function)
         return;
-    run_.Run(HighlightedCode(*listFunction),
+    summary_ = RunSummary(function->Code);
+    sinceRun_.start();
+    run_.Run(function->Code,
              {chkPM->isChecked(), chkEM->isChecked(), chkID->isChecked(), chkCW->isChecked()});
+    runEnded_(summary_.Text(std::chrono::milliseconds(sinceRun_.elapsed())), summary_.Good());
 }
 
 void frmFunction::cmdClose_Click() {
@@ -122,7 +127,8 @@ void frmFunction::LineBegins(int line, const std::string& text) {
     ShowLine(*lblMsg.at(static_cast<std::size_t>(line)), QString::fromStdString(text));
 }
 
-void frmFunction::LineEnds(int line, const std::string& text, const RegionResult&) {
+void frmFunction::LineEnds(int line, const std::string& text, const RegionResult& result) {
+    summary_.LineEnds(text, result);
     LineBegins(line, text);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <array>
 #include <functional>
 #include <memory>
@@ -8,6 +9,7 @@
 #include "modFunc.hpp"
 #include "operations/FunctionDisplay.hpp"
 #include "operations/FunctionRun.hpp"
+#include "operations/RunSummary.hpp"
 #include "platform/Platform.hpp"
 
 class QCheckBox;
@@ -28,9 +30,12 @@ class frmFunction : public QDialog, private FunctionDisplay {
     /// What brings the views of these regions of the image up to date.
     using ReopenViews = std::function<void(const Regions&)>;
 
+    /// What is told of a run after its end: in one sentence, and whether all was good.
+    using RunEnded = std::function<void(const std::string& summary, bool good)>;
+
     /// Sends the device type to the board. The arguments outlive the dialog.
     frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,
-                ReopenViews reopenViews);
+                ReopenViews reopenViews, RunEnded runEnded);
 
     /// Returns when the dialog has been closed and no function runs.
     void ShowModally();
@@ -61,6 +66,7 @@ class frmFunction : public QDialog, private FunctionDisplay {
     // FunctionDisplay
     void RunBegins() override;
     void RunEnds() override;
+    void FunctionBegins(FunctionCode function) override { summary_.FunctionBegins(function); }
     void LinesCleared() override;
     void LineBegins(int line, const std::string& text) override;
     void LineEnds(int line, const std::string& text, const RegionResult& result) override;
@@ -75,6 +81,9 @@ class frmFunction : public QDialog, private FunctionDisplay {
     std::unique_ptr<WindowTimer> tmrWait;
     FunctionRun run_;
     const ReopenViews reopenViews_;
+    const RunEnded runEnded_;
+    RunSummary summary_{FunctionRead};
+    QElapsedTimer sinceRun_;
 
     QListWidget* listFunction = nullptr;
     QGroupBox* Frame1 = nullptr;

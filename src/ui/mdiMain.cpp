@@ -215,11 +215,16 @@ void mdiMain::DeviceSelect_Click() {
 }
 
 void mdiMain::DeviceFunction_Click() {
-    frmFunction dialog(*this, program_, link_, platform_,
-                       [this](const Regions& regions) { ReopenViews(regions); });
+    frmFunction dialog(
+        *this, program_, link_, platform_, [this](const Regions& regions) { ReopenViews(regions); },
+        [this](const std::string& summary, bool good) { TellRun(summary, good); });
     runningFunctions_ = &dialog;
     dialog.ShowModally();
     runningFunctions_ = nullptr;
+}
+
+void mdiMain::TellRun(const std::string&, bool) {
+    QApplication::alert(this);
 }
 
 void mdiMain::OptionsEditAuto_Click() {

@@ -72,6 +72,7 @@ class mdiMain : public QMainWindow {
 
     void OpenHexFile();
     void ReopenViews(const Regions& regions);
+    void TellRun(const std::string& summary, bool good);
 
     modFunc& program_;
     Platform& platform_;
