@@ -19,6 +19,7 @@ constexpr int ClientHeight = 3330;
 QCheckBox* MakeRegionBox(QGroupBox* frame, const char* name, const char* caption, int top) {
     auto* box = new QCheckBox(caption, frame);
     box->setChecked(true);
+    DrawAsDesigned(*box);
     Place(*box, name, 120, top, 1635, 255);
     return box;
 }

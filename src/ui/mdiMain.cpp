@@ -215,11 +215,15 @@ void mdiMain::DeviceSelect_Click() {
 }
 
 void mdiMain::DeviceFunction_Click() {
-    frmFunction dialog(*this, program_, link_, platform_,
-                       [this](const Regions& regions) { ReopenViews(regions); });
+    Regions reopened{false, false, false, false};
+    frmFunction dialog(*this, program_, link_, platform_, [&](const Regions& regions) {
+        ReopenViews(regions);
+        reopened = regions;
+    });
     runningFunctions_ = &dialog;
     dialog.ShowModally();
     runningFunctions_ = nullptr;
+    views_->Activate(reopened);
 }
 
 void mdiMain::OptionsEditAuto_Click() {

@@ -104,6 +104,8 @@ void ExpectNothingCutOff(const QWidget& window) {
         }
         if (qobject_cast<const QGroupBox*>(control))
             ExpectNothingCutOff(*control);
+        if (const auto* scrolled = qobject_cast<const QScrollArea*>(control))
+            ExpectNothingCutOff(*scrolled->widget());
     }
 }
 
@@ -115,6 +117,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setFont(QFont(QApplication::font().family(), 9));
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }
