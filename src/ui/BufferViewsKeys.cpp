@@ -28,7 +28,7 @@ int BufferViews::RememberedLetters() {
 
 QAction* BufferViews::MakeAction(const char* name, const char* caption,
                                  const QList<QKeySequence>& keys, void (BufferViews::*act)()) {
-    auto* action = new QAction(caption, this);
+    auto* action = new QAction(caption, &area_);
     action->setObjectName(name);
     action->setShortcuts(keys);
     connect(action, &QAction::triggered, this, act);

@@ -15,6 +15,8 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/qt/Contrast.hpp"
+
 namespace Tamber {
 namespace {
 
@@ -138,6 +140,13 @@ QFont ComicFont(double points) {
 QGroupBox* MakeFrame(const QString& caption, QWidget* parent) {
     auto* frame = new QGroupBox(caption, parent);
     frame->setStyle(BuiltInStyle("Windows"));
+    // The style writes a disabled caption twice, in these two colours.
+    QPalette palette = frame->palette();
+    const QColor ground = palette.color(QPalette::Disabled, QPalette::Window);
+    const QColor ink = palette.color(QPalette::Disabled, QPalette::WindowText);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, Readable(ink, ground));
+    palette.setColor(QPalette::Disabled, QPalette::Light, ground);
+    frame->setPalette(palette);
     return frame;
 }
 
