@@ -46,10 +46,10 @@ void frmGoTo::MakeControls() {
     lblAddress->setBuddy(txtAddress);
     lblMsg = new QLabel(this);
     Place(*lblMsg, "lblMsg", 240, 660, 3255, 255);
-    QPushButton* cmdOk = MakeButton("OK", this);
+    auto* cmdOk = new QPushButton("OK", this);
     Place(*cmdOk, "cmdOk", 2280, 1080, 1215, 375);
     cmdOk->setDefault(true);
-    QPushButton* cmdCancel = MakeButton("Cancel", this);
+    auto* cmdCancel = new QPushButton("Cancel", this);
     Place(*cmdCancel, "cmdCancel", 240, 1080, 1215, 375);
     connect(cmdOk, &QPushButton::clicked, this, &frmGoTo::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
