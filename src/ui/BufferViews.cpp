@@ -53,6 +53,7 @@ void BufferViews::Open(QPointer<QMdiSubWindow>& view, BufferForm* form) {
     auto* style = new TitleStyle;
     style->setParent(view);
     view->setStyle(style);
+    view->installEventFilter(this);
     const QString title = form->windowTitle();
     form->setWindowTitle(QString());
     form->ShowLetters(letters_);

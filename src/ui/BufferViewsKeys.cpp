@@ -92,7 +92,7 @@ void BufferViews::ShowSystemMenu() {
         view->showSystemMenu();
 }
 
-// The wheel with Ctrl comes here from whatever is below it, in a view or beside.
+// The wheel with Ctrl comes here from whatever is below it, in a view or beside the views.
 bool BufferViews::eventFilter(QObject* watched, QEvent* event) {
     if (!ForLetters(*event))
         return QObject::eventFilter(watched, event);

@@ -38,11 +38,11 @@ std::optional<int> frmGoTo::Ask() {
 void frmGoTo::MakeControls() {
     DesignDialog(*this, "frmGoTo", "Go to Address", 3735, 1695);
     auto* lblAddress = new QLabel("&Word address (hexadecimal):", this);
-    Place(*lblAddress, "lblAddress", 240, 240, 2295, 255);
+    Place(*lblAddress, "lblAddress", 240, 240, 2385, 255);
     txtAddress = new QLineEdit(this);
     txtAddress->setFont(CourierFont(9.75, false));
     DrawAsDesigned(*txtAddress);
-    Place(*txtAddress, "txtAddress", 2640, 195, 855, 345);
+    Place(*txtAddress, "txtAddress", 2700, 195, 795, 345);
     lblAddress->setBuddy(txtAddress);
     lblMsg = new QLabel(this);
     Place(*lblMsg, "lblMsg", 240, 660, 3255, 255);

@@ -10,6 +10,7 @@ constexpr std::pair<const char*, const char*> Dialogs[] = {
     {"OptionsEditAuto", "lstIn lstOut cmdOk cmdCancel cmdMoveRight cmdMoveLeft cmdMoveLeftAll"},
     {"DeviceSelect", "listDevice cmdOk cmdCancel"},
     {"OptionsSettings", "optComm1 cmdOk cmdCancel"},
+    {"ViewGoTo", "txtAddress cmdOk cmdCancel"},
 };
 
 // What can be reached or watched has a name for a screen reader.
@@ -53,7 +54,7 @@ TEST(EveryWindow, ShowsEverythingWholeNamesItAndIsUsedByKeys) {
                 bench.Press(Qt::Key_Tab);
             }
         });
-    EXPECT_EQ(seen, 10);
+    EXPECT_EQ(seen, 11);
 }
 
 TEST(EveryDialog, ChangesNothingWhenItIsCancelledOrClosed) {

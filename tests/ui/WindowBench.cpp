@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "StartUp.hpp"
+#include "platform/qt/UserMemory.hpp"
 #include "ui/StatusBar.hpp"
 
 namespace Tamber {
@@ -45,6 +46,7 @@ WindowBench::WindowBench(const DeviceRecord& device, Simulator::FaultPlan faults
     QCoreApplication::exec();
     const auto started = StartUp(MakeFolder(device), program);
     EXPECT_TRUE(started) << Describe(started.error());
+    UserMemory().clear();
     desktop.board = &board;
     desktop.portFailure = std::move(portFailure);
     window = std::make_unique<mdiMain>(program, desktop);
