@@ -2,34 +2,15 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QProxyStyle>
-#include <QStyleOptionTitleBar>
 #include <utility>
 
-#include "platform/qt/Contrast.hpp"
+#include "ui/TitleStyle.hpp"
 #include "ui/frmBuffer.hpp"
 #include "ui/frmConfig.hpp"
 #include "ui/frmEEPROM.hpp"
 
 namespace Tamber {
 namespace {
-
-// Some styles write the buttons of an inactive view's title in black, whatever the palette.
-class TitleStyle final : public QProxyStyle {
-  public:
-    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
-                            QPainter* painter, const QWidget* widget) const override {
-        const auto* title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
-        if (control != CC_TitleBar || !title || title->titleBarState & State_Active)
-            return QProxyStyle::drawComplexControl(control, option, painter, widget);
-        QStyleOptionTitleBar readable = *title;
-        QPalette& palette = readable.palette;
-        const QColor ground = Readable(palette.color(QPalette::Window), Qt::black, 5);
-        palette.setColor(QPalette::Window, ground);
-        palette.setColor(QPalette::Text, Readable(palette.color(QPalette::Text), ground));
-        QProxyStyle::drawComplexControl(control, &readable, painter, widget);
-    }
-};
 
 BufferForm& FormOf(const QMdiSubWindow& view) {
     return *static_cast<BufferForm*>(view.widget());

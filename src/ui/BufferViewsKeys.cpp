@@ -82,7 +82,8 @@ void BufferViews::ChangeLetters(int percent) {
 void BufferViews::GoToAddress() {
     BringToFront(ProgramMemoryView());
     const int words = SelectedRecord(program_).ProgramWords;
-    const int last = std::clamp(words, 1, MemoryImage::ProgramWordsMax) - 1;
+    const int shown = std::max(ProgramDumpRowsOf(words), ProgramDumpRows) * WordsInRow;
+    const int last = std::clamp(words, 1, shown) - 1;
     if (const auto address = frmGoTo(*area_.window(), last).Ask(); address && programMemory_)
         static_cast<frmBuffer*>(programMemory_->widget())->GoTo(*address);
 }

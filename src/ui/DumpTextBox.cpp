@@ -39,7 +39,11 @@ DumpTextBox::DumpTextBox(QWidget* parent) : QTextEdit(parent) {
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
     document()->setDocumentMargin(0);
-    setViewportMargins(2, 0, 0, 0);
+    LeaveRight(0);
+}
+
+void DumpTextBox::LeaveRight(int width) {
+    setViewportMargins(2, 0, width, 0);
 }
 
 void DumpTextBox::ShowDump(const std::string& dump) {

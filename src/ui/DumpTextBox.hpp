@@ -19,6 +19,9 @@ class DumpTextBox : public QTextEdit {
     /// into a box of `height` pixels.
     void ShowLetters(const QFont& font, int height);
 
+    /// Leaves `width` pixels at the right edge to something that lies over the box.
+    void LeaveRight(int width);
+
     /// How many rows fit below the heading, at least one, if sixteen do at `height` pixels.
     int RowsThatFit(int height) const;
 

@@ -9,22 +9,12 @@
 
 #include "core/HexText.hpp"
 #include "core/ImageSummary.hpp"
-#include "platform/qt/WindowDesign.hpp"
 #include "ui/DumpText.hpp"
 #include "ui/DumpTextBox.hpp"
 
 namespace Tamber {
-namespace {
-
-constexpr int ClientWidth = 7920;  // twips
-constexpr int ClientHeight = 3930;
-constexpr int HeightWithLabels = 4695;
-constexpr int BoxHeight = 3615;
-
-}  // namespace
-
 frmBuffer::frmBuffer(const modFunc& program)
-    : BufferForm("frmBuffer", "Program Memory", ClientWidth, ClientHeight),
+    : BufferForm("frmBuffer", "Program Memory", 7920, 3930),
       program_(program),
       DumpHeader(ProgramDumpHeader()) {
     MakeControls();
@@ -33,62 +23,14 @@ frmBuffer::frmBuffer(const modFunc& program)
     UpdateBuffer();
 }
 
-void frmBuffer::MakeControls() {
-    txtBuffer = new DumpTextBox(this);
-    txtBuffer->setAccessibleName("Program memory");
-    txtBuffer->OfferCopies([this] {
-        return DumpHeader + ProgramDump(program_.image, 0, ProgramDumpRowsOf(ProgramWords()));
-    });
-    txtBuffer->installEventFilter(this);
-    txtBuffer->viewport()->installEventFilter(this);
-    vsc = new QScrollBar(Qt::Vertical, this);
-    vsc->setAccessibleName("Rows");
-    vsc->setSingleStep(1);
-    vsc->setPageStep(ProgramDumpRows);
-    vsc->setTracking(false);  // the text follows when the thumb is let go
-    vsc->setFocusPolicy(Qt::StrongFocus);
-    connect(vsc, &QScrollBar::valueChanged, this, &frmBuffer::vsc_Change);
-    border_ = new QFrame(this);
-    border_->setFrameStyle(QFrame::Box | QFrame::Plain);
-    border_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    lblAddressCaption = new QLabel("Address:", this);
-    lblAddress = new QLabel("0000", this);
-    lblCheckSumCaption = new QLabel("CheckSum:", this);
-    lblCheckSum = new QLabel("0000", this);
-    for (QLabel* value : {lblAddress, lblCheckSum})
-        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-}
-
-// A view made taller shows the labels first, then more rows. The scroll bar lies over the text
-// box's right edge, so the border is drawn once more, over both.
-void frmBuffer::Arrange() {
-    const int wider = width() - DesignSize().width();
-    const int shorter = std::min(height() - DesignSize().height(), 0);
-    const int taller = std::max(height() - Scaled(HeightWithLabels), 0);
-    Put(*txtBuffer, "txtBuffer", 120, 120, 7695, BoxHeight);
-    txtBuffer->resize(txtBuffer->size() + QSize(wider, shorter + taller));
-    Put(*vsc, "vsc", 7560, 120, 255, BoxHeight);
-    vsc->setGeometry(vsc->x() + wider, vsc->y(), vsc->width(), txtBuffer->height());
-    border_->setObjectName("shpBorder");
-    border_->setGeometry(txtBuffer->geometry());
-    Put(*lblAddressCaption, "lblAddressCaption", 120, 4320, 615, 255);
-    Put(*lblAddress, "lblAddress", 840, 4320, 615, 255);
-    Put(*lblCheckSumCaption, "lblCheckSumCaption", 1920, 4320, 855, 255);
-    Put(*lblCheckSum, "lblCheckSum", 2880, 4320, 615, 255);
-    for (QLabel* caption : {lblAddressCaption, lblCheckSumCaption})
-        caption->setFont(Fitted(CaptionFont(), caption->text(), caption->width()));
-    for (QLabel* value : {lblAddress, lblCheckSum})
-        value->setFont(DumpFont(true));
-    for (QLabel* label : {lblAddressCaption, lblAddress, lblCheckSumCaption, lblCheckSum})
-        label->move(label->x(), label->y() + taller);
-    txtBuffer->ShowLetters(DumpFont(true), Scaled(BoxHeight));
-    FitRows();
-}
-
 // A small device's view shows sixteen rows all the same, but no more.
 void frmBuffer::FitRows() {
+    const QScrollBar* across = txtBuffer->horizontalScrollBar();
+    const bool shown = across->isVisibleTo(txtBuffer);
+    const int below = shown ? across->height() + txtBuffer->frameWidth() : 0;
+    vsc->resize(vsc->width(), txtBuffer->height() - below);
     const int most = std::max(ProgramDumpRowsOf(ProgramWords()), ProgramDumpRows);
-    const int rows = std::min(txtBuffer->RowsThatFit(Scaled(BoxHeight)), most);
+    const int rows = std::min(txtBuffer->RowsThatFit(BoxHeight()), most);
     if (rows == rows_)
         return;
     rows_ = rows;

@@ -35,6 +35,9 @@ class frmBuffer : public BufferForm {
 
   private:
     void MakeControls();
+    void ArrangeDump(QSize growth);
+    void ArrangeLabels(int lower);
+    int BoxHeight() const;  // as designed, in pixels
     void FitRows();
     void vsc_Change(int value);
     bool ScrollByKey(int key);

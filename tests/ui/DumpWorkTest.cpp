@@ -77,6 +77,8 @@ TEST_F(DumpWork, ViewShowsAsManyRowsAsItHasRoomForAndScrollsTheRest) {
     EXPECT_GT(Dump()->horizontalScrollBar()->maximum(), 0);
     EXPECT_TRUE(Dump()->horizontalScrollBar()->isVisible());
     EXPECT_TRUE(Find("frmBuffer")->rect().contains(vsc->geometry()));
+    for (const QWidget* part : {Dump()->viewport(), Dump()->horizontalScrollBar()->parentWidget()})
+        EXPECT_FALSE(vsc->geometry().intersects(part->geometry().translated(Dump()->pos())));
     View("frmConfig")->resize(120, 60);
     Settle();
     for (const auto* bar : Find("frmConfig")->findChildren<QScrollBar*>())
