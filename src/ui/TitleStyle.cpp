@@ -11,9 +11,10 @@ namespace {
 // Some styles draw the buttons of an inactive title in black, whatever the palette.
 void Lighten(QPalette& palette) {
     constexpr double onGradient = 5;  // the ground is a little darker in places
+    constexpr double ofText = 4.5;
     const QColor ground = Readable(palette.color(QPalette::Window), Qt::black, onGradient);
     palette.setColor(QPalette::Window, ground);
-    palette.setColor(QPalette::Text, Readable(palette.color(QPalette::Text), ground));
+    palette.setColor(QPalette::Text, Readable(palette.color(QPalette::Text), ground, ofText));
 }
 
 }  // namespace

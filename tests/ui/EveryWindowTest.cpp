@@ -24,7 +24,12 @@ void ExpectNamed(const QWidget& window) {
     }
 }
 
-TEST(EveryWindow, ShowsEverythingWholeNamesItAndIsUsedByKeys) {
+class EveryWindow : public testing::TestWithParam<int> {};
+
+INSTANTIATE_TEST_SUITE_P(WithASystemFont, EveryWindow, testing::Values(9, 40));  // points
+
+TEST_P(EveryWindow, ShowsEverythingWholeNamesItAndIsUsedByKeys) {
+    const UseFont system(GetParam());
     WindowBench bench({"PIC16F877A", 10, 8192, 256, 1});  // the most that views can show
     bench.Choose("HelpContents");
     bench.desktop.failViewer();
@@ -38,6 +43,7 @@ TEST(EveryWindow, ShowsEverythingWholeNamesItAndIsUsedByKeys) {
             return;
         ++seen;
         ExpectNothingCutOff(*window);
+        EXPECT_EQ(window->size(), window->size().boundedTo(window->screen()->size()));
         ExpectNamed(*window);
     };
     std::ranges::for_each(windows, look);

@@ -70,16 +70,16 @@ TEST(Manual, IsZoomedAndClosedByKeys) {
     Settle();
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&manual)->role(), QAccessible::Window);
     auto* text = manual.findChild<QTextBrowser*>("txtManual");
-    const double asItWas = text->document()->size().height();
     const auto press = [&](Qt::Key key) {
         QTest::keyClick(text, key, Qt::ControlModifier);
         return text->document()->size().height();
     };
+    const double usual = press(Qt::Key_0);
     const double larger = press(Qt::Key_Plus);
-    EXPECT_GT(larger, asItWas);
+    EXPECT_GT(larger, usual);
     EXPECT_GT(press(Qt::Key_Equal), larger);
     EXPECT_EQ(press(Qt::Key_Minus), larger);
-    EXPECT_EQ(press(Qt::Key_0), asItWas);
+    EXPECT_EQ(press(Qt::Key_0), usual);
     press(Qt::Key_W);
     EXPECT_FALSE(manual.isVisible());
 }
