@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "operations/frmFunction.hpp"
+#include "platform/qt/Contrast.hpp"
 #include "platform/qt/RowList.hpp"
 #include "platform/qt/WindowDesign.hpp"
 
@@ -15,10 +16,12 @@ namespace {
 
 constexpr int ClientWidth = 7440;  // twips
 constexpr int ClientHeight = 3330;
+constexpr QColor BarBlue(0, 0, 192);
 
 QCheckBox* MakeRegionBox(QGroupBox* frame, const char* name, const char* caption, int top) {
     auto* box = new QCheckBox(caption, frame);
     box->setChecked(true);
+    DrawAsDesigned(*box);
     Place(*box, name, 120, top, 1635, 255);
     return box;
 }
@@ -86,10 +89,10 @@ void frmFunction::MakeOptions() {
 
 void frmFunction::MakeProgress() {
     shpBG = new ProgressGround(this);
-    PlaceBar(*shpBG, "shpBG", palette().color(QPalette::Base));
+    PlaceBar(*shpBG, "shpBG", Readable(palette().color(QPalette::Base), BarBlue));
     shpBG->setAccessibleName("Progress");
     shpProgress = new QFrame(this);
-    PlaceBar(*shpProgress, "shpProgress", QColor(0, 0, 192));
+    PlaceBar(*shpProgress, "shpProgress", BarBlue);
     lblProgress = new QLabel(this);
     lblProgress->setFont(CourierFont(9.75, true));
     Place(*lblProgress, "lblProgress", 3000, 3000, 615, 255);

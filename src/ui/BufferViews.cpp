@@ -2,60 +2,82 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <utility>
 
-#include "platform/qt/WindowDesign.hpp"
+#include "ui/TitleStyle.hpp"
 #include "ui/frmBuffer.hpp"
 #include "ui/frmConfig.hpp"
 #include "ui/frmEEPROM.hpp"
 
 namespace Tamber {
+namespace {
 
-BufferViews::BufferViews(QMdiArea& area, const modFunc& program) : area_(area), program_(program) {}
+BufferForm& FormOf(const QMdiSubWindow& view) {
+    return *static_cast<BufferForm*>(view.widget());
+}
+
+}  // namespace
+
+BufferViews::BufferViews(QMdiArea& area, const modFunc& program)
+    : area_(area), program_(program), letters_(RememberedLetters()) {
+    MakeActions();
+    area_.viewport()->installEventFilter(this);
+}
 
 bool BufferViews::HasEeprom() const {
     return SelectedRecord(program_).EepromBytes != 0;
 }
 
 // The title is set last: at every step before, the area would fit it into the frame again.
-QMdiSubWindow* BufferViews::MakeView(QWidget* form, int clientWidth, int clientHeight) {
-    auto* view = new QMdiSubWindow;
+void BufferViews::Open(QPointer<QMdiSubWindow>& view, BufferForm* form) {
+    view = new QMdiSubWindow;
+    auto* style = new TitleStyle;
+    style->setParent(view);
+    view->setStyle(style);
+    view->installEventFilter(this);
     const QString title = form->windowTitle();
     form->setWindowTitle(QString());
+    form->ShowLetters(letters_);
+    form->Body().setContextMenuPolicy(Qt::ActionsContextMenu);
+    form->Body().addActions(letterActions_);
     view->setWidget(form);
     view->setAttribute(Qt::WA_DeleteOnClose);
     area_.addSubWindow(view);
-    const QMargins frame = view->contentsMargins();
-    view->resize(Pixels(clientWidth) + frame.left() + frame.right(),
-                 Pixels(clientHeight) + frame.top() + frame.bottom());
-    view->move(0, 0);
+    view->setGeometry(Home(*view));
     form->setWindowTitle(title);
-    return view;
+}
+
+// The EEPROM view is below the program-memory view, the configuration view to its right.
+QRect BufferViews::Home(const QMdiSubWindow& view) const {
+    QRect home(QPoint(), FormOf(view).DesignSize().grownBy(view.contentsMargins()));
+    if (programMemory_ && &view == eeprom_)
+        home.moveTop(programMemory_->geometry().bottom() + 1);
+    if (programMemory_ && &view == configuration_)
+        home.moveLeft(programMemory_->geometry().right() + 1);
+    return home;
 }
 
 QMdiSubWindow& BufferViews::ProgramMemoryView() {
-    if (!programMemory_)
-        programMemory_ =
-            MakeView(new frmBuffer(program_), frmBuffer::ClientWidth, frmBuffer::ClientHeight);
+    if (!programMemory_) {
+        auto* form = new frmBuffer(program_);
+        form->Body().addAction(goTo_);
+        Open(programMemory_, form);
+    }
     return *programMemory_;
 }
 
-// Below the program-memory view; the configuration view stands to its right.
 QMdiSubWindow& BufferViews::EepromView() {
     if (!eeprom_) {
-        const QRect home = ProgramMemoryView().geometry();
-        eeprom_ =
-            MakeView(new frmEEPROM(program_), frmEEPROM::ClientWidth, frmEEPROM::ClientHeight);
-        eeprom_->move(0, home.top() + home.height());
+        ProgramMemoryView();
+        Open(eeprom_, new frmEEPROM(program_));
     }
     return *eeprom_;
 }
 
 QMdiSubWindow& BufferViews::ConfigurationView() {
     if (!configuration_) {
-        const QRect home = ProgramMemoryView().geometry();
-        configuration_ =
-            MakeView(new frmConfig(program_), frmConfig::ClientWidth, frmConfig::ClientHeight);
-        configuration_->move(home.left() + home.width(), 0);
+        ProgramMemoryView();
+        Open(configuration_, new frmConfig(program_));
     }
     return *configuration_;
 }
@@ -88,6 +110,18 @@ void BufferViews::ReopenEeprom() {
 void BufferViews::ReopenConfiguration() {
     delete configuration_;
     BringToFront(ConfigurationView());
+}
+
+void BufferViews::Activate(const Regions& regions) {
+    const bool configuration = regions.IdLocations || regions.ConfigurationWord;
+    for (const auto& [reopened, view] : {std::pair{regions.ProgramMemory, programMemory_},
+                                         {regions.Eeprom, eeprom_},
+                                         {configuration, configuration_}})
+        if (reopened && view) {
+            BringToFront(*view);
+            FormOf(*view).setFocus();
+            return;
+        }
 }
 
 void BufferViews::CloseAll() {

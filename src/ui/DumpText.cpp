@@ -60,18 +60,21 @@ std::string EepromDumpHeader() {
     return Heading(23, 28);
 }
 
-std::string ProgramDump(const MemoryImage& image, int topRow) {
+std::string ProgramDump(const MemoryImage& image, int topRow, int rows) {
     std::string text;
-    text.reserve(ProgramDumpRows * ProgramRowLength);
-    const int end = std::min(topRow + ProgramDumpRows, ProgramRowsInRegion);
+    text.reserve(static_cast<std::size_t>(rows) * ProgramRowLength);
+    const int end = std::min(topRow + rows, ProgramRowsInRegion);
     for (int row = std::max(topRow, 0); row < end; ++row)
         AppendProgramRow(text, image, row);
     return text;
 }
 
-int ProgramDumpTopRowMax(int programWords) {
-    const int words = std::clamp(programWords, 0, MemoryImage::ProgramWordsMax);
-    return std::max(BlockCount(words) - ProgramDumpRows, 0);
+int ProgramDumpRowsOf(int programWords) {
+    return BlockCount(std::clamp(programWords, 0, MemoryImage::ProgramWordsMax));
+}
+
+int ProgramDumpTopRowMax(int programWords, int rows) {
+    return std::max(ProgramDumpRowsOf(programWords) - rows, 0);
 }
 
 std::string EepromDump(const MemoryImage& image, int eepromBytes) {

@@ -1,5 +1,6 @@
 #include "ui/ManualWindow.hpp"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QFile>
 #include <QHBoxLayout>
@@ -12,8 +13,9 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <array>
+
+#include "platform/qt/Contrast.hpp"
 
 namespace Tamber {
 namespace {
@@ -39,15 +41,9 @@ bool Mentions(const char* page, const QString& text) {
     return !document.find(text).isNull();
 }
 
-// The palette's link colour, made lighter on a dark background: palettes often come with the dark
-// blue that is meant for paper.
-QColor LinkColor(const QPalette& palette) {
-    constexpr int half = 128;
-    constexpr int light = 190;
-    const QColor link = palette.color(QPalette::Link);
-    if (palette.color(QPalette::Base).lightness() >= half || link.lightness() >= light)
-        return link;
-    return QColor::fromHsl(std::max(link.hslHue(), 0), link.hslSaturation(), light);
+QAccessibleInterface* AsWindow(const QString&, QObject* object) {
+    auto* manual = dynamic_cast<ManualWindow*>(object);
+    return manual ? new QAccessibleWidget(manual, QAccessible::Window) : nullptr;
 }
 
 /// Owns the manual on behalf of a main window, which owns the keeper.
@@ -84,6 +80,7 @@ void ManualWindow::ShowBeside(QWidget& mainWindow) {
 }
 
 ManualWindow::ManualWindow() {
+    QAccessible::installFactory(AsWindow);
     setObjectName("ManualWindow");
     setWindowTitle("Tamber Manual");
     MakeControls();
@@ -140,6 +137,11 @@ void ManualWindow::MakeKeys() {
     onKey(QKeySequence("Alt+Home"), this, &ManualWindow::ShowContents);
     onKey(QKeySequence("F3"), this, &ManualWindow::Find);
     onKey(QKeySequence("Escape"), this, &QWidget::close);
+    onKey(QKeySequence("Ctrl+W"), this, &QWidget::close);
+    for (const char* key : {"Ctrl++", "Ctrl+="})
+        onKey(QKeySequence(key), this, [this] { txtManual->zoomIn(); });
+    onKey(QKeySequence("Ctrl+-"), this, [this] { txtManual->zoomOut(); });
+    onKey(QKeySequence("Ctrl+0"), this, [this] { txtManual->setFont(font()); });
     onKey(QKeySequence("Ctrl+F"), txtFind, [this] {
         txtFind->setFocus();
         txtFind->selectAll();
@@ -157,10 +159,14 @@ void ManualWindow::ShowContents() {
     txtManual->setSource(Address(Pages.front()));
 }
 
-// Links get their colour when a page is loaded, so the page is loaded again.
+// Palettes often come with the dark blue that is meant for paper. Links get their colour when a
+// page is loaded, so the page is loaded again.
 void ManualWindow::UseReadableLinks() {
     const int position = txtManual->verticalScrollBar()->value();
-    txtManual->document()->setDefaultStyleSheet("a { color: " + LinkColor(palette()).name() + " }");
+    constexpr double contrastOfText = 4.5;
+    const QColor link =
+        Readable(palette().color(QPalette::Link), palette().color(QPalette::Base), contrastOfText);
+    txtManual->document()->setDefaultStyleSheet("a { color: " + link.name() + " }");
     if (!txtManual->source().isEmpty())
         txtManual->reload();
     txtManual->verticalScrollBar()->setValue(position);

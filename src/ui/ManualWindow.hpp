@@ -11,7 +11,8 @@ namespace Tamber {
 
 /// The program's own manual: a separate window beside the main window, with the pages that are in
 /// the program's resources. Alt+Left, Alt+Right and Alt+Home go back, forward and to the contents,
-/// Ctrl+F and F3 search all pages, Escape closes the window.
+/// Ctrl+F and F3 search all pages, Ctrl++, Ctrl+- and Ctrl+0 change the letters' size, Escape and
+/// Ctrl+W close the window.
 class ManualWindow : public QWidget {
   public:
     /// Shows the manual, or brings it to the front if it is already on the screen. It is hidden

@@ -13,6 +13,7 @@ class StatusPanel : public QLabel {
         setTextFormat(Qt::PlainText);
         setFont(SansSerifFont());
         setFrameStyle(QFrame::Panel | QFrame::Sunken);
+        setIndent(Pixels(60));
     }
 
     void SetWhole(const QString& text) {
@@ -30,7 +31,8 @@ class StatusPanel : public QLabel {
 
   private:
     void ShowWhatFits() {
-        setText(fontMetrics().elidedText(whole_, Qt::ElideMiddle, contentsRect().width()));
+        setText(fontMetrics().elidedText(whole_, Qt::ElideMiddle,
+                                         contentsRect().width() - 2 * indent()));
         setAccessibleName(text() == whole_ ? QString() : whole_);
     }
 

@@ -72,6 +72,7 @@ void frmAbout::MakeControls() {
         const QString text = QString::fromUtf8(about.text);
         label->setFont(FittedWhole(ComicFont(about.points), text, label->width()));
         label->setText(text);
+        label->setHidden(text.isEmpty());
     }
     image_ = new QLabel(this);
     Place(*image_, "Image1", 120, 120, 480, 480);
@@ -89,7 +90,7 @@ bool frmAbout::event(QEvent* event) {
 // The splash must be on the screen at once. Reading the icon makes Qt load its readers for all
 // kinds of pictures, so the icon comes after the texts.
 void frmAbout::ComesOnScreen() {
-    image_->setPixmap(ApplicationIcon().pixmap(QSize(32, 32), devicePixelRatioF()));
+    image_->setPixmap(ApplicationIcon().pixmap(image_->size(), devicePixelRatioF()));
     if (onceOnScreen_)
         onceOnScreen_();
 }

@@ -5,71 +5,61 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "core/HexText.hpp"
 #include "core/ImageSummary.hpp"
-#include "platform/qt/WindowDesign.hpp"
 #include "ui/DumpText.hpp"
 #include "ui/DumpTextBox.hpp"
 
 namespace Tamber {
-namespace {
-
-QLabel* MakeCaption(QWidget* parent, const char* name, const char* text, int left, int width) {
-    auto* caption = new QLabel(parent);
-    caption->setFont(SansSerifFont());
-    Place(*caption, name, left, 4320, width, 255);
-    ShowFitted(*caption, text);
-    return caption;
-}
-
-QLabel* MakeValue(QWidget* parent, const char* name, int left) {
-    auto* value = new QLabel("0000", parent);
-    value->setFont(CourierFont(9.75, true));
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    Place(*value, name, left, 4320, 615, 255);
-    return value;
-}
-
-}  // namespace
-
-frmBuffer::frmBuffer(const modFunc& program) : program_(program), DumpHeader(ProgramDumpHeader()) {
-    setObjectName("frmBuffer");
-    setWindowTitle("Program Memory");
+frmBuffer::frmBuffer(const modFunc& program)
+    : BufferForm("frmBuffer", "Program Memory", 7920, 3930),
+      program_(program),
+      DumpHeader(ProgramDumpHeader()) {
     MakeControls();
-    const DeviceRecord& device = SelectedRecord(program_);
-    vsc->setRange(0, ProgramDumpTopRowMax(device.ProgramWords));
+    setFocusProxy(txtBuffer);
+    vsc->setRange(0, ProgramDumpTopRowMax(ProgramWords()));
     UpdateBuffer();
 }
 
-void frmBuffer::MakeControls() {
-    txtBuffer = new DumpTextBox(this);
-    Place(*txtBuffer, "txtBuffer", 120, 120, 7695, 3615);
-    txtBuffer->setAccessibleName("Program memory");
-    txtBuffer->installEventFilter(this);
-    txtBuffer->viewport()->installEventFilter(this);
-    vsc = new QScrollBar(Qt::Vertical, this);
-    Place(*vsc, "vsc", 7560, 120, 255, 3615);
-    vsc->setAccessibleName("Rows");
-    vsc->setSingleStep(1);
-    vsc->setPageStep(ProgramDumpRows);
-    vsc->setTracking(false);  // the text follows when the thumb is let go
-    vsc->setFocusPolicy(Qt::StrongFocus);
-    connect(vsc, &QScrollBar::valueChanged, this, &frmBuffer::vsc_Change);
-    MakeCaption(this, "lblAddressCaption", "Address:", 120, 615);
-    lblAddress = MakeValue(this, "lblAddress", 840);
-    MakeCaption(this, "lblCheckSumCaption", "CheckSum:", 1920, 855);
-    lblCheckSum = MakeValue(this, "lblCheckSum", 2880);
+// A small device's view shows sixteen rows all the same, but no more.
+void frmBuffer::FitRows() {
+    const QScrollBar* across = txtBuffer->horizontalScrollBar();
+    const bool shown = across->isVisibleTo(txtBuffer);
+    const int below = shown ? across->height() + txtBuffer->frameWidth() : 0;
+    vsc->resize(vsc->width(), txtBuffer->height() - below);
+    const int most = std::max(ProgramDumpRowsOf(ProgramWords()), ProgramDumpRows);
+    const int rows = std::min(txtBuffer->RowsThatFit(BoxHeight()), most);
+    if (rows == rows_)
+        return;
+    rows_ = rows;
+    vsc->setPageStep(rows_);
+    vsc->setMaximum(ProgramDumpTopRowMax(ProgramWords(), rows_));
+    UpdateBuffer();
 }
 
 void frmBuffer::UpdateBuffer() {
-    const DeviceRecord& device = SelectedRecord(program_);
-    DumpBody = ProgramDump(program_.image, TopRow);
+    DumpBody = ProgramDump(program_.image, TopRow, rows_);
     txtBuffer->ShowDump(DumpHeader + DumpBody);
     lblAddress->setText(
         QString::fromStdString(HexWord(static_cast<std::uint32_t>(TopRow * WordsInRow))));
     lblCheckSum->setText(
-        QString::fromStdString(HexWord(ProgramChecksum(program_.image, device.ProgramWords))));
+        QString::fromStdString(HexWord(ProgramChecksum(program_.image, ProgramWords()))));
+}
+
+void frmBuffer::GoTo(int address) {
+    constexpr int firstWord = 5;  // columns
+    constexpr int digits = 4;
+    const int row = address / WordsInRow;
+    if (row < TopRow || row >= TopRow + rows_)
+        vsc->setValue(row);
+    txtBuffer->Select(1 + row - TopRow, firstWord + address % WordsInRow * (digits + 1), digits);
+    txtBuffer->setFocus();
+}
+
+QWidget& frmBuffer::Body() {
+    return *txtBuffer;
 }
 
 void frmBuffer::vsc_Change(int value) {
@@ -105,18 +95,26 @@ bool frmBuffer::ScrollByKey(int key) {
 // The keys and the wheel scroll from within the text box too, which has nothing of its own to
 // scroll; with Shift, the keys extend the selection there.
 bool frmBuffer::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Wheel && watched == txtBuffer->viewport())
-        return QCoreApplication::sendEvent(vsc, event);
+    if (watched == txtBuffer->viewport()) {
+        if (event->type() == QEvent::Wheel && !ForLetters(*event))
+            return QCoreApplication::sendEvent(vsc, event);
+        if (event->type() == QEvent::Resize)
+            QMetaObject::invokeMethod(
+                this, [this] { FitRows(); }, Qt::QueuedConnection);
+    }
     if (event->type() == QEvent::KeyPress && watched == txtBuffer) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if (!(key->modifiers() & Qt::ShiftModifier) && ScrollByKey(key->key()))
             return true;
     }
-    return QWidget::eventFilter(watched, event);
+    return BufferForm::eventFilter(watched, event);
 }
 
 void frmBuffer::wheelEvent(QWheelEvent* event) {
-    QCoreApplication::sendEvent(vsc, event);
+    if (ForLetters(*event))
+        event->ignore();
+    else
+        QCoreApplication::sendEvent(vsc, event);
 }
 
 }  // namespace Tamber

@@ -1,7 +1,9 @@
 #include "ui/frmConfig.hpp"
 
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 
 #include "core/ImageSummary.hpp"
 #include "platform/qt/WindowDesign.hpp"
@@ -9,41 +11,64 @@
 namespace Tamber {
 namespace {
 
-QLineEdit* MakeTextBox(QWidget* parent, const char* text) {
-    auto* box = new QLineEdit(text, parent);
-    box->setFont(CourierFont(9.75, false));
+constexpr int ClientWidth = 2625;  // twips
+constexpr int ClientHeight = 960;
+
+QLineEdit* MakeTextBox(QWidget* parent, const char* accessibleName) {
+    auto* box = new QLineEdit(parent);
     box->setReadOnly(true);
     box->setTextMargins(0, 0, 0, 0);
+    box->setAccessibleName(accessibleName);
+    DrawAsDesigned(*box);
     return box;
-}
-
-void MakeCaption(QWidget* parent, const char* name, const char* text, int top, int width) {
-    auto* caption = new QLabel(parent);
-    caption->setFont(SansSerifFont());
-    Place(*caption, name, 120, top, width, 255);
-    ShowFitted(*caption, text);
 }
 
 }  // namespace
 
 frmConfig::frmConfig(const modFunc& program)
-    : program_(program),
-      txtIDLOCS(MakeTextBox(this, "FFFFFFFF")),
-      txtConfig(MakeTextBox(this, "3FFF")) {
-    setObjectName("frmConfig");
-    setWindowTitle("Configuration");
-    MakeCaption(this, "lblIDLOCS", "ID Locations:", 120, 1095);
-    Place(*txtIDLOCS, "txtIDLOCS", 1200, 120, 1095, 285);
-    MakeCaption(this, "lblConfig", "Configuration Word:", 480, 1455);
-    Place(*txtConfig, "txtConfig", 1680, 480, 615, 285);
-    txtIDLOCS->setAccessibleName("ID Locations");
-    txtConfig->setAccessibleName("Configuration Word");
+    : BufferForm("frmConfig", "Configuration", ClientWidth, ClientHeight), program_(program) {
+    MakeControls();
     UpdateLocs();
+}
+
+void frmConfig::MakeControls() {
+    scroll_ = new QScrollArea(this);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->viewport()->installEventFilter(this);
+    auto* sheet = new QWidget;
+    lblIDLOCS = new QLabel("ID Locations:", sheet);
+    txtIDLOCS = MakeTextBox(sheet, "ID Locations");
+    lblConfig = new QLabel("Configuration Word:", sheet);
+    txtConfig = MakeTextBox(sheet, "Configuration Word");
+    scroll_->setWidget(sheet);
+    setFocusProxy(txtIDLOCS);
+}
+
+void frmConfig::Arrange() {
+    scroll_->resize(size());
+    scroll_->widget()->resize(DesignSize());
+    Put(*lblIDLOCS, "lblIDLOCS", 120, 120, 1095, 255);
+    Put(*txtIDLOCS, "txtIDLOCS", 1200, 120, 1095, 285);
+    Put(*lblConfig, "lblConfig", 120, 480, 1455, 255);
+    Put(*txtConfig, "txtConfig", 1680, 480, 615, 285);
+    for (QLabel* caption : {lblIDLOCS, lblConfig})
+        caption->setFont(Fitted(CaptionFont(), caption->text(), caption->width()));
+    for (QLineEdit* box : {txtIDLOCS, txtConfig})
+        box->setFont(DumpFont(false));
 }
 
 void frmConfig::UpdateLocs() {
     txtIDLOCS->setText(QString::fromStdString(IdLocationsText(program_.image)));
     txtConfig->setText(QString::fromStdString(ConfigurationWordText(program_.image)));
+}
+
+bool frmConfig::eventFilter(QObject* watched, QEvent* event) {
+    if (ForLetters(*event)) {
+        event->ignore();
+        return true;
+    }
+    return BufferForm::eventFilter(watched, event);
 }
 
 }  // namespace Tamber

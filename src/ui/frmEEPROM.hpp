@@ -1,24 +1,26 @@
 #pragma once
 
-#include <QWidget>
 #include <string>
 
 #include "modFunc.hpp"
+#include "ui/BufferForm.hpp"
 
 namespace Tamber {
 
 class DumpTextBox;
 
 /// The EEPROM view: rows of sixteen bytes.
-class frmEEPROM : public QWidget {
+class frmEEPROM : public BufferForm {
   public:
-    static constexpr int ClientWidth = 9780;  // twips
-    static constexpr int ClientHeight = 3885;
-
     explicit frmEEPROM(const modFunc& program);
 
     /// Rebuilds the text from the image.
     void UpdateBuffer();
+
+    QWidget& Body() override;
+
+  protected:
+    void Arrange() override;
 
   private:
     const modFunc& program_;

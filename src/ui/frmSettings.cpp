@@ -27,6 +27,7 @@ void frmSettings::MakeControls() {
     int index = 0;
     for (QRadioButton*& option : optComm) {
         option = new QRadioButton("COM" + QString::number(index + 1), frame);
+        DrawAsDesigned(*option);
         Place(*option, ("optComm" + std::to_string(index)).c_str(), 120, 240 + 360 * index, 855,
               255);
         option->setToolTip(OutsideText(PortDescription(program_.AppPath, index + 1)));

@@ -5,7 +5,6 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QPointer>
-#include <QScreen>
 #include <iostream>
 
 #include "StartUp.hpp"
@@ -19,6 +18,7 @@
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/ManualWindow.hpp"
 #include "ui/StatusBar.hpp"
+#include "ui/WindowPlace.hpp"
 #include "ui/frmAbout.hpp"
 #include "ui/frmSelectDevice.hpp"
 #include "ui/frmSettings.hpp"
@@ -26,8 +26,8 @@
 namespace Tamber {
 namespace {
 
-// Room for the three views at their home positions, menu and status bar included.
-constexpr QSize RoomForViews(740, 640);
+// Room for the three views at their home positions, menu and status bar included; in twips.
+constexpr QSize RoomForViews(11100, 9600);
 
 }  // namespace
 
@@ -56,7 +56,7 @@ void mdiMain::MakeDocumentArea() {
     documents_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(documents_);
     views_ = std::make_unique<BufferViews>(*documents_, program_);
-    resize(RoomForViews.boundedTo(screen()->availableSize() - QSize(0, 40)));
+    RestorePlace(*this, {Pixels(RoomForViews.width()), Pixels(RoomForViews.height())});
 }
 
 void mdiMain::ShowSelectedDevice() {
@@ -123,6 +123,7 @@ void mdiMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    RememberPlace(*this);
     MDIForm_Unload();
     event->accept();
     QCoreApplication::exit(0);
@@ -131,6 +132,7 @@ void mdiMain::closeEvent(QCloseEvent* event) {
 void mdiMain::EndProgram() {
     if (runningFunctions_)
         runningFunctions_->StopRunning();
+    RememberPlace(*this);
     if (const auto saved = SaveSettings(SettingsFile(program_), program_.settings); !saved)
         std::cerr << "Tamber: " << Describe(saved.error()) << std::endl;
     QCoreApplication::exit(0);
@@ -215,12 +217,18 @@ void mdiMain::DeviceSelect_Click() {
 }
 
 void mdiMain::DeviceFunction_Click() {
+    Regions reopened{false, false, false, false};
     frmFunction dialog(
-        *this, program_, link_, platform_, [this](const Regions& regions) { ReopenViews(regions); },
+        *this, program_, link_, platform_,
+        [&](const Regions& regions) {
+            ReopenViews(regions);
+            reopened = regions;
+        },
         [this](const std::string& summary, bool good) { TellRun(summary, good); });
     runningFunctions_ = &dialog;
     dialog.ShowModally();
     runningFunctions_ = nullptr;
+    views_->Activate(reopened);
 }
 
 void mdiMain::TellRun(const std::string&, bool) {

@@ -136,6 +136,7 @@ TEST_F(FunctionDialog, ReadTakesItOffTheScreenAndReopensTheViewsWhileTheSeriesGo
     EXPECT_FALSE(configurationView.isNull()) << "a region that was not read keeps its view";
     EXPECT_TRUE(bench->window->isVisible() && bench->window->isEnabled());
     EXPECT_TRUE(bench->dialog.isNull());
+    EXPECT_EQ(QApplication::focusWidget(), bench->Dump()) << "the keys work in what was read";
 }
 
 }  // namespace

@@ -75,6 +75,18 @@ TEST_F(MainWindow, LoadOrSaveThatFailsLeavesEverythingAsItWas) {
     expectUnchanged("FileSave", {});
 }
 
+TEST_F(MainWindow, ComesBackWhereItWasButNeverLargerThanTheScreen) {
+    const QSize screen = window->screen()->availableSize();
+    for (const QRect left : {QRect(90, 80, 500, 400), QRect({-4000, -4000}, 2 * screen)}) {
+        window->setGeometry(left);
+        Choose("FileExit");
+        window = std::make_unique<mdiMain>(program, desktop);
+        EXPECT_EQ(window->geometry() == left, left.width() == 500);
+        const QRect available = window->screen()->availableGeometry();
+        EXPECT_TRUE(available.contains(window->geometry()));
+    }
+}
+
 TEST_F(MainWindow, ClearCommandsBlankTheirRegionsAndReopenTheirViews) {
     for (const auto& [item, regions] : {std::pair{"BufferClearPM", "Buffer"},
                                         {"BufferClearDM", "EEPROM"},

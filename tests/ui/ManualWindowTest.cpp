@@ -63,6 +63,27 @@ TEST(Manual, FindGoesOnThroughAllPagesAndRound) {
     EXPECT_EQ(text->source().fileName(), "cli.html");
 }
 
+TEST(Manual, IsZoomedAndClosedByKeys) {
+    ManualWindow manual;
+    manual.show();
+    manual.activateWindow();
+    Settle();
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&manual)->role(), QAccessible::Window);
+    auto* text = manual.findChild<QTextBrowser*>("txtManual");
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(text, key, Qt::ControlModifier);
+        return text->document()->size().height();
+    };
+    const double usual = press(Qt::Key_0);
+    const double larger = press(Qt::Key_Plus);
+    EXPECT_GT(larger, usual);
+    EXPECT_GT(press(Qt::Key_Equal), larger);
+    EXPECT_EQ(press(Qt::Key_Minus), larger);
+    EXPECT_EQ(press(Qt::Key_0), usual);
+    press(Qt::Key_W);
+    EXPECT_FALSE(manual.isVisible());
+}
+
 TEST(ManualPages, EveryLinkLeadsSomewhere) {
     QString all;
     for (const QFileInfo& page : QDir(":/manual").entryInfoList({"*.html"})) {

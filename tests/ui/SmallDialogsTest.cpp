@@ -153,6 +153,8 @@ TEST(AboutBox, GoesOnceAfterThreeSecondsAtAKeyOrAtAClickOnItsBackground) {
         for (const char* name : {"lblAbout0", "Image1"})
             QTest::mouseClick(box.findChild<QWidget*>(name), Qt::LeftButton);
         EXPECT_EQ(gone, 0) << "labels and picture are no background";
+        for (const auto* label : box.findChildren<QLabel*>(QRegularExpression("lblAbout")))
+            EXPECT_EQ(label->isVisible(), label->text() != "") << "it would keep clicks to itself";
         if (*way == 't')
             desktop.Events().DeliverEvents();
         else if (*way == 'k')

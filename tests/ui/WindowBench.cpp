@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "StartUp.hpp"
+#include "platform/qt/UserMemory.hpp"
 #include "ui/StatusBar.hpp"
 
 namespace Tamber {
@@ -45,6 +46,7 @@ WindowBench::WindowBench(const DeviceRecord& device, Simulator::FaultPlan faults
     QCoreApplication::exec();
     const auto started = StartUp(MakeFolder(device), program);
     EXPECT_TRUE(started) << Describe(started.error());
+    UserMemory().clear();
     desktop.board = &board;
     desktop.portFailure = std::move(portFailure);
     window = std::make_unique<mdiMain>(program, desktop);
@@ -104,15 +106,20 @@ void ExpectNothingCutOff(const QWidget& window) {
         }
         if (qobject_cast<const QGroupBox*>(control))
             ExpectNothingCutOff(*control);
+        if (const auto* scrolled = qobject_cast<const QScrollArea*>(control))
+            ExpectNothingCutOff(*scrolled->widget());
     }
 }
 
 }  // namespace Tamber
 
 int main(int argc, char** argv) {
+    const QTemporaryDir memory;  // the user's own is not written to
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(memory.path()));
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setFont(QFont(QApplication::font().family(), 9));
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -63,6 +63,16 @@ class WindowBench {
     QPointer<QWidget> dialog;
 };
 
+/// Makes the system's font one of `points` points for a while.
+class UseFont {
+  public:
+    explicit UseFont(int points) { QApplication::setFont(QFont(usual_.family(), points)); }
+    ~UseFont() { QApplication::setFont(usual_); }
+
+  private:
+    const QFont usual_ = QApplication::font();
+};
+
 /// No control of the window reaches past its parent or covers another, and every text fits.
 void ExpectNothingCutOff(const QWidget& window);
 

@@ -1,5 +1,6 @@
 #include "platform/qt/WindowDesign.hpp"
 
+#include <QApplication>
 #include <QDialog>
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -14,11 +15,19 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/qt/Contrast.hpp"
+
 namespace Tamber {
 namespace {
 
 constexpr double PixelsPerPoint = 96.0 / 72.0;
 constexpr int NarrowestStretch = 75;
+
+// From the first of these sizes on, the system's font counts as large; at the second, the windows
+// are as designed.
+constexpr double LargePoints = 12;
+constexpr double DesignPoints = 9;
+constexpr QSizeF RoomForDialogs(520, 320);  // pixels, with the frame of the largest one
 
 // The first family that is installed, else none: the system chooses its own substitutes by kind
 // (any script face for a comic one), not by measures. The list of all families is fetched once and
@@ -35,12 +44,41 @@ QFont FontOf(const QString& family, QFont::StyleHint hint, double points, bool b
     if (!family.isEmpty())
         font.setFamily(family);
     font.setStyleHint(hint);
-    font.setPixelSize(qRound(points * PixelsPerPoint));
+    font.setPixelSize(qRound(points * PixelsPerPoint * DesignFactor()));
     font.setBold(bold);
     return font;
 }
 
+// One object for all controls. It goes with the application.
+QStyle* BuiltInStyle(const char* name) {
+    QStyle* style = qApp->findChild<QStyle*>(name, Qt::FindDirectChildrenOnly);
+    if (!style && (style = QStyleFactory::create(name))) {
+        style->setObjectName(name);
+        style->setParent(qApp);
+    }
+    return style;
+}
+
 }  // namespace
+
+double DesignFactor() {
+    const QFont font = QApplication::font();
+    const double points =
+        font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() / PixelsPerPoint;
+    if (points < LargePoints)
+        return 1;
+    const QSizeF screen = QGuiApplication::primaryScreen()->availableSize();
+    const double fits = std::min(screen.width() / RoomForDialogs.width(),
+                                 screen.height() / RoomForDialogs.height());
+    return std::max(1.0, std::min(points / DesignPoints, fits));
+}
+
+int Pixels(int twips) {
+    constexpr int twipsPerPixel = 15;
+    const double factor = DesignFactor();
+    return factor > 1 ? qRound(twips * factor / twipsPerPixel)
+                      : (twips + twipsPerPixel / 2) / twipsPerPixel;
+}
 
 void Place(QWidget& control, const char* name, int left, int top, int width, int height) {
     control.setObjectName(name);
@@ -101,11 +139,19 @@ QFont ComicFont(double points) {
 
 QGroupBox* MakeFrame(const QString& caption, QWidget* parent) {
     auto* frame = new QGroupBox(caption, parent);
-    if (QStyle* drawn = QStyleFactory::create("Windows")) {
-        drawn->setParent(frame);
-        frame->setStyle(drawn);
-    }
+    frame->setStyle(BuiltInStyle("Windows"));
+    // The style writes a disabled caption twice, in these two colours.
+    QPalette palette = frame->palette();
+    const QColor ground = palette.color(QPalette::Disabled, QPalette::Window);
+    const QColor ink = palette.color(QPalette::Disabled, QPalette::WindowText);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, Readable(ink, ground));
+    palette.setColor(QPalette::Disabled, QPalette::Light, ground);
+    frame->setPalette(palette);
     return frame;
+}
+
+void DrawAsDesigned(QWidget& control) {
+    control.setStyle(BuiltInStyle("Fusion"));
 }
 
 QString OutsideText(const std::string& bytes) {
@@ -136,7 +182,8 @@ void ShowFitted(QLabel& label, const QString& text) {
     const QFont font = Fitted(label.font(), text, label.width());
     if (font != label.font())
         label.setFont(font);
-    label.setText(text);
+    label.setText(QFontMetrics(font).elidedText(text, Qt::ElideMiddle, label.width()));
+    label.setAccessibleName(label.text() == text ? QString() : text);
 }
 
 }  // namespace Tamber

@@ -14,11 +14,13 @@ class QWidget;
 
 namespace Tamber {
 
-/// The windows are designed in twips, 1/1440 inch. At 96 dots per inch, a device-independent pixel
-/// is 15 twips; Qt scales those pixels to the display.
-constexpr int Pixels(int twips) {
-    return (twips + 7) / 15;
-}
+/// How much larger than designed the windows are: 1 with a system font below 12 points; from there
+/// on its proportion to 9 points, as long as the dialogs fit the screen.
+double DesignFactor();
+
+/// The windows are designed in twips, 1/1440 inch. At 96 dots per inch and with a DesignFactor of
+/// 1, a device-independent pixel is 15 twips; Qt scales those pixels to the display.
+int Pixels(int twips);
 
 /// Puts `control` at a place and size given in twips, and names it.
 void Place(QWidget& control, const char* name, int left, int top, int width, int height);
@@ -37,10 +39,15 @@ int HighlightedRow(const QListWidget& list);
 QIcon ApplicationIcon();
 
 /// The fonts of the windows, or the closest ones that the system has. Sizes are in points at 96
-/// dots per inch, so that a text keeps its proportion to its control.
+/// dots per inch and grow with the DesignFactor, so that a text keeps its proportion to its
+/// control.
 QFont SansSerifFont(double points = 8.25);
 QFont CourierFont(double points, bool bold);
 QFont ComicFont(double points);  // bold italic
+
+/// Has a check box, an option button or a text box drawn in one way, whatever the desktop's style
+/// makes of them: a style with wide margins leaves no room for what they show.
+void DrawAsDesigned(QWidget& control);
 
 /// A frame with its caption in the upper line, as the windows are designed for, whatever the
 /// desktop's style makes of frames.
@@ -56,8 +63,8 @@ QFont Fitted(QFont font, const QString& text, int width);
 /// The same, and made smaller if `text` is still too wide.
 QFont FittedWhole(QFont font, const QString& text, int width);
 
-/// Shows `text` in `label`, fitted rather than cut off. A text that is already there is not painted
-/// again.
+/// Shows `text` in `label`, fitted; one that is still too wide is shortened in its middle. A text
+/// that is already there is not painted again.
 void ShowFitted(QLabel& label, const QString& text);
 
 }  // namespace Tamber
