@@ -23,6 +23,7 @@ namespace {
     for (const std::string& argument : arguments)
         pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);
+    setenv("XDG_CONFIG_HOME", (folder / "config").c_str(), 1);
     if (chdir(folder.c_str()) == 0)
         execvp(pointers[0], pointers.data());
     _exit(127);

@@ -110,6 +110,8 @@ void ExpectNothingCutOff(const QWidget& window) {
 }  // namespace Tamber
 
 int main(int argc, char** argv) {
+    const QTemporaryDir memory;  // the user's own is not written to
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(memory.path()));
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
