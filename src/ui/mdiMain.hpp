@@ -7,6 +7,7 @@
 #include "modFunc.hpp"
 #include "operations/FunctionDisplay.hpp"
 #include "platform/Platform.hpp"
+#include "platform/qt/FileWatch.hpp"
 #include "ui/BufferViews.hpp"
 
 class QAction;
@@ -38,6 +39,8 @@ class mdiMain : public QMainWindow {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void MakeMenus();
@@ -67,6 +70,9 @@ class mdiMain : public QMainWindow {
     void HelpAbout_Click();
 
     void OpenHexFile();
+    void LoadFile(const std::filesystem::path& file);
+    void TakeFileForCurrent(const char* failure);
+    void ShowFileChange(bool differs);
     void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
 
@@ -76,6 +82,7 @@ class mdiMain : public QMainWindow {
     std::unique_ptr<WindowTimer> totmr;
     std::unique_ptr<FileDialog> cdia;
     ProgrammerLink link_;
+    FileWatch watch_;  // of the file last loaded or saved
     StatusBar* sbar = nullptr;
     QMdiArea* documents_ = nullptr;
     NoticeStrip* notices_ = nullptr;
