@@ -5,18 +5,20 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QPointer>
+#include <QVBoxLayout>
 #include <iostream>
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
+#include "core/Utf8.hpp"
 #include "files/HexFile.hpp"
-#include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
 #include "platform/PortPath.hpp"
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/ManualWindow.hpp"
+#include "ui/NoticeStrip.hpp"
 #include "ui/StatusBar.hpp"
 #include "ui/WindowPlace.hpp"
 #include "ui/frmAbout.hpp"
@@ -29,6 +31,10 @@ namespace {
 // Room for the three views at their home positions, menu and status bar included; in twips.
 constexpr QSize RoomForViews(11100, 9600);
 
+bool LoadsWhole(const std::string& text) {
+    return ReadHexRecords(text).has_value();
+}
+
 }  // namespace
 
 mdiMain::mdiMain(modFunc& program, Platform& platform)
@@ -37,7 +43,8 @@ mdiMain::mdiMain(modFunc& program, Platform& platform)
       cm(platform.NewSerialControl()),
       totmr(platform.NewTimer()),
       cdia(platform.NewFileDialog()),
-      link_(program.link, *cm, *totmr, platform.Events()) {
+      link_(program.link, *cm, *totmr, platform.Events()),
+      watch_(LoadsWhole, [this](bool differs) { ShowFileChange(differs); }) {
     setObjectName("mdiMain");
     setWindowTitle("Tamber ~ PIC Programmer");
     sbar = new StatusBar(this);
@@ -54,7 +61,15 @@ void mdiMain::MakeDocumentArea() {
     documents_ = new QMdiArea(this);
     documents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     documents_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    setCentralWidget(documents_);
+    notices_ = new NoticeStrip(this);
+    auto* area = new QWidget(this);
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(notices_);
+    layout->addWidget(documents_, 1);
+    setCentralWidget(area);
+    setAcceptDrops(true);
     views_ = std::make_unique<BufferViews>(*documents_, program_);
     RestorePlace(*this, {Pixels(RoomForViews.width()), Pixels(RoomForViews.height())});
 }
@@ -109,8 +124,10 @@ void mdiMain::MDIForm_Activate() {
 }
 
 void mdiMain::ShowProgrammerInfo() {
+    const BoardIdentity& board = program_.link.Board;
     if (program_.link.ProgrammerFound)
-        platform_.Boxes().Show(Describe(program_.link.Board), ProgramTitle, BoxIcon::None);
+        platform_.Boxes().Show(Describe({VisibleText(board.Name), VisibleText(board.Version)}),
+                               ProgramTitle, BoxIcon::None);
     else
         platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
     BufferView_Click();
@@ -150,29 +167,6 @@ void mdiMain::ReopenViews(const Regions& regions) {
         views_->ReopenEeprom();
     if (regions.IdLocations || regions.ConfigurationWord)
         views_->ReopenConfiguration();
-}
-
-void mdiMain::FileLoad_Click() {
-    if (cdia->ShowOpen())
-        OpenHexFile();
-}
-
-void mdiMain::OpenHexFile() {
-    if (const auto loaded = LoadHexFile(cdia->FileName(), program_.image); !loaded) {
-        if (const std::string_view text = HexFailureText(loaded.error().Fault); !text.empty())
-            platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
-        return;
-    }
-    sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
-    views_->CloseAll();
-    BufferView_Click();
-}
-
-void mdiMain::FileSave_Click() {
-    if (!cdia->ShowSave())
-        return;
-    if (SaveHexFile(cdia->FileName(), program_.image, SelectedRecord(program_).ProgramWords))
-        sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
 }
 
 void mdiMain::FileExit_Click() {

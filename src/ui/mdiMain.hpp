@@ -7,6 +7,7 @@
 #include "modFunc.hpp"
 #include "operations/FunctionDisplay.hpp"
 #include "platform/Platform.hpp"
+#include "platform/qt/FileWatch.hpp"
 #include "ui/BufferViews.hpp"
 
 class QAction;
@@ -14,6 +15,7 @@ class QMdiArea;
 
 namespace Tamber {
 
+class NoticeStrip;
 class StatusBar;
 class frmFunction;
 
@@ -42,6 +44,8 @@ class mdiMain : public QMainWindow {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void MakeMenus();
@@ -71,6 +75,10 @@ class mdiMain : public QMainWindow {
     void HelpAbout_Click();
 
     void OpenHexFile();
+    void LoadFile(const std::filesystem::path& file);
+    void TakeFileForCurrent(const char* failure);
+    void ShowFileChange(bool differs);
+    void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
     void TellRun(const std::string& summary, bool good);
 
@@ -80,8 +88,10 @@ class mdiMain : public QMainWindow {
     std::unique_ptr<WindowTimer> totmr;
     std::unique_ptr<FileDialog> cdia;
     ProgrammerLink link_;
+    FileWatch watch_;  // of the file last loaded or saved
     StatusBar* sbar = nullptr;
     QMdiArea* documents_ = nullptr;
+    NoticeStrip* notices_ = nullptr;
     std::unique_ptr<BufferViews> views_;
     frmFunction* runningFunctions_ = nullptr;  // while the function dialog is open
     bool Activated = false;
