@@ -100,6 +100,17 @@ void DumpTextBox::OfferCopies(std::function<std::string()> wholeMemory) {
           [whole = std::move(wholeMemory)] { Copy(Lines(whole())); });
 }
 
+// A text box keeps the colours of the moment when it was made or enabled, even those of an inactive
+// window.
+bool DumpTextBox::event(QEvent* event) {
+    const bool handled = QTextEdit::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) {
+        QEvent palette(QEvent::PaletteChange);
+        changeEvent(&palette);
+    }
+    return handled;
+}
+
 void DumpTextBox::wheelEvent(QWheelEvent* event) {
     if (ForLetters(*event))
         event->ignore();

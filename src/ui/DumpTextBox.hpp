@@ -33,6 +33,7 @@ class DumpTextBox : public QTextEdit {
     void OfferCopies(std::function<std::string()> wholeMemory);
 
   protected:
+    bool event(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
   private:

@@ -96,6 +96,24 @@ TEST(Appearance, EverythingCanBeMadeOutOnADarkPalette) {
     QApplication::setPalette(usual);
 }
 
+TEST(Appearance, DumpMadeWhileItsWindowHadNoInputIsDrawnAsActiveAfterwards) {
+    WindowBench bench;
+    QPalette palette;
+    palette.setColor(QPalette::Inactive, QPalette::Text, Qt::green);
+    bench.window->setPalette(palette);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    bench.window->setEnabled(false);
+    bench.Choose("BufferClearAll");
+    bench.window->setEnabled(true);
+    const auto drawn = [&] { return bench.Dump()->grab(QRect(20, 5, 300, 200)).toImage(); };
+    const QImage inactive = drawn();
+    bench.window->activateWindow();
+    Settle();
+    EXPECT_NE(drawn(), inactive);
+}
+
 TEST(Appearance, ShortenedTextsKeepTheirEnds) {
     WindowBench bench;
     auto* bar = bench.Find<StatusBar>("sbar");
