@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <tl/expected.hpp>
+#include <utility>
 #include <vector>
 
 #include "link/CommandFrame.hpp"
@@ -80,9 +81,8 @@ class ProgrammerLink {
 
     const LinkState& State() const { return state_; }
 
-    /// The first finding since the last ForgetFinding.
-    const std::optional<LineFinding>& Finding() const { return finding_; }
-    void ForgetFinding() { finding_.reset(); }
+    /// The first finding since the last call.
+    std::optional<LineFinding> TakeFinding() { return std::exchange(finding_, std::nullopt); }
 
     /// Counts what waits at the port, while nothing is asked for, among the findings.
     void FindLeftOver();

@@ -210,25 +210,6 @@ void mdiMain::DeviceSelect_Click() {
     BufferView_Click();
 }
 
-void mdiMain::DeviceFunction_Click() {
-    Regions reopened{false, false, false, false};
-    frmFunction dialog(
-        *this, program_, link_, platform_,
-        [&](const Regions& regions) {
-            ReopenViews(regions);
-            reopened = regions;
-        },
-        [this](const std::string& summary, bool good) { TellRun(summary, good); });
-    runningFunctions_ = &dialog;
-    dialog.ShowModally();
-    runningFunctions_ = nullptr;
-    views_->Activate(reopened);
-}
-
-void mdiMain::TellRun(const std::string&, bool) {
-    QApplication::alert(this);
-}
-
 void mdiMain::OptionsEditAuto_Click() {
     frmEditAuto(*this, program_, platform_.Boxes()).ShowModally();
 }

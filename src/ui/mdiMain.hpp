@@ -81,6 +81,7 @@ class mdiMain : public QMainWindow {
     void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
     void TellRun(const std::string& summary, bool good);
+    void TellLine();
 
     modFunc& program_;
     Platform& platform_;

@@ -1,0 +1,58 @@
+#include <QApplication>
+
+#include "operations/frmFunction.hpp"
+#include "ui/NoticeStrip.hpp"
+#include "ui/mdiMain.hpp"
+
+namespace Tamber {
+namespace {
+
+// What notices are about.
+constexpr char RunSubject[] = "run";
+constexpr char LineSubject[] = "line";
+
+}  // namespace
+
+void mdiMain::DeviceFunction_Click() {
+    Regions reopened{false, false, false, false};
+    frmFunction dialog(
+        *this, program_, link_, platform_,
+        [&](const Regions& regions) {
+            ReopenViews(regions);
+            reopened = regions;
+        },
+        [this](const std::string& summary, bool good) { TellRun(summary, good); });
+    runningFunctions_ = &dialog;
+    dialog.ShowModally();
+    runningFunctions_ = nullptr;
+    views_->Activate(reopened);
+}
+
+void mdiMain::TellRun(const std::string& summary, bool good) {
+    if (QGuiApplication::applicationState() != Qt::ApplicationActive)
+        QApplication::alert(this);
+    notices_->Show({.Severity = good ? NoticeSeverity::Note : NoticeSeverity::Warning,
+                    .Subject = RunSubject,
+                    .Text = summary});
+    TellLine();
+}
+
+// Input is never discarded on the program's own account: only the user can do that.
+void mdiMain::TellLine() {
+    link_.FindLeftOver();
+    const auto finding = link_.TakeFinding();
+    if (!finding) {
+        notices_->Withdraw(LineSubject);
+        return;
+    }
+    notices_->Show({.Severity = NoticeSeverity::Failure,
+                    .Subject = LineSubject,
+                    .Text = "The line is out of step: " + Describe(*finding) +
+                            ". What this function and the next one report cannot be trusted.",
+                    .Action = NoticeAction{"Empty the line", [this] {
+                                               link_.EmptyLine();
+                                               notices_->Withdraw(LineSubject);
+                                           }}});
+}
+
+}  // namespace Tamber
