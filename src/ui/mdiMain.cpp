@@ -28,8 +28,8 @@
 namespace Tamber {
 namespace {
 
-// Room for the three views at their home positions, menu and status bar included; in twips.
-constexpr QSize RoomForViews(11100, 9600);
+// Room for the three views at their home positions, menu, a notice and status bar; in twips.
+constexpr QSize RoomForViews(11100, 10080);
 
 bool LoadsWhole(const std::string& text) {
     return ReadHexRecords(text).has_value();
