@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace Tamber {
 namespace {
@@ -40,7 +41,42 @@ bool IsUtf8(std::string_view text) {
     return true;
 }
 
+constexpr char Replacement[] = "\xEF\xBF\xBD";  // U+FFFD
+
+bool IsAnyOf(std::string_view character, std::string_view first, std::string_view last) {
+    return character.size() == first.size() && character >= first && character <= last;
+}
+
+// What stands for a character that is not shown as it is; empty for every other one.
+std::string SignFor(std::string_view character) {
+    const auto code = static_cast<std::uint8_t>(character.front());
+    if (code < 0x20)
+        return {'\xE2', '\x90', static_cast<char>(0x80 + code)};  // its control picture
+    if (code == 0x7F)
+        return "\xE2\x90\xA1";
+    if (IsAnyOf(character, "\xC2\x80", "\xC2\x9F") ||          // C1
+        character == "\xD8\x9C" ||                             // U+061C
+        IsAnyOf(character, "\xE2\x80\x8E", "\xE2\x80\x8F") ||  // U+200E, U+200F
+        IsAnyOf(character, "\xE2\x80\xA8", "\xE2\x80\xAE") ||  // U+2028 to U+202E
+        IsAnyOf(character, "\xE2\x81\xA6", "\xE2\x81\xA9") ||  // U+2066 to U+2069
+        character == "\xEF\xBB\xBF")                           // U+FEFF
+        return Replacement;
+    return {};
+}
+
 }  // namespace
+
+std::string VisibleText(std::string bytes) {
+    const std::string text = Utf8From(std::move(bytes));
+    std::string shown;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view character = rest.substr(0, CharacterLength(rest));
+        const std::string sign = SignFor(character);
+        shown += sign.empty() ? character : sign;
+        rest.remove_prefix(character.size());
+    }
+    return shown;
+}
 
 std::string Utf8From(std::string bytes) {
     if (IsUtf8(bytes))

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/TextFile.hpp"
+#include "files/HexInspect.hpp"
 
 namespace Tamber {
 
@@ -44,8 +45,13 @@ tl::expected<void, HexFailure> LoadHexFile(const std::filesystem::path& file, Me
     const auto text = ReadTextFile(file, HexFileSizeMax);
     if (!text)
         return tl::unexpected(HexFailure{HexFault::FileUnreadable, 0, text.error()});
-    return ReadHexRecords(*text).map(
-        [&](const HexRecordTable& table) { CopyRecords(table, image); });
+    return ReadHexRecords(*text)
+        .map([&](const HexRecordTable& table) { CopyRecords(table, image); })
+        .map_error([&](HexFailure failure) {
+            if (const auto refusal = InspectHexText(*text, {}).Refusal)
+                failure.Reason = HexFindingText(refusal->Finding);
+            return failure;
+        });
 }
 
 }  // namespace Tamber

@@ -14,7 +14,7 @@ namespace Tamber {
 struct HexFailure {
     HexFault Fault = HexFault::FileUnreadable;
     int Line = 0;        ///< 1-based; 0 where no line is to blame
-    std::string Reason;  ///< why the file is unreadable; empty for the other faults
+    std::string Reason;  ///< the same in words; only LoadHexFile looks for them
 
     bool operator==(const HexFailure&) const = default;
 };

@@ -5,10 +5,13 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QPointer>
+#include <QScreen>
+#include <QVBoxLayout>
 #include <iostream>
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
+#include "core/Utf8.hpp"
 #include "files/HexFile.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
@@ -17,6 +20,7 @@
 #include "platform/PortPath.hpp"
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/ManualWindow.hpp"
+#include "ui/NoticeStrip.hpp"
 #include "ui/StatusBar.hpp"
 #include "ui/WindowPlace.hpp"
 #include "ui/frmAbout.hpp"
@@ -28,6 +32,10 @@ namespace {
 
 // Room for the three views at their home positions, menu and status bar included; in twips.
 constexpr QSize RoomForViews(11100, 9600);
+
+// What notices are about.
+constexpr char LoadFailure[] = "load";
+constexpr char SaveFailure[] = "save";
 
 }  // namespace
 
@@ -54,7 +62,14 @@ void mdiMain::MakeDocumentArea() {
     documents_ = new QMdiArea(this);
     documents_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     documents_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    setCentralWidget(documents_);
+    notices_ = new NoticeStrip(this);
+    auto* area = new QWidget(this);
+    auto* layout = new QVBoxLayout(area);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(notices_);
+    layout->addWidget(documents_, 1);
+    setCentralWidget(area);
     views_ = std::make_unique<BufferViews>(*documents_, program_);
     RestorePlace(*this, {Pixels(RoomForViews.width()), Pixels(RoomForViews.height())});
 }
@@ -161,8 +176,11 @@ void mdiMain::OpenHexFile() {
     if (const auto loaded = LoadHexFile(cdia->FileName(), program_.image); !loaded) {
         if (const std::string_view text = HexFailureText(loaded.error().Fault); !text.empty())
             platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
+        else
+            ShowFileFailure(LoadFailure, "loaded", loaded.error().Reason);
         return;
     }
+    notices_->Withdraw(LoadFailure);
     sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
     views_->CloseAll();
     BufferView_Click();
@@ -171,8 +189,21 @@ void mdiMain::OpenHexFile() {
 void mdiMain::FileSave_Click() {
     if (!cdia->ShowSave())
         return;
-    if (SaveHexFile(cdia->FileName(), program_.image, SelectedRecord(program_).ProgramWords))
-        sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
+    if (const auto saved =
+            SaveHexFile(cdia->FileName(), program_.image, SelectedRecord(program_).ProgramWords);
+        !saved) {
+        ShowFileFailure(SaveFailure, "saved", saved.error());
+        return;
+    }
+    notices_->Withdraw(SaveFailure);
+    sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
+}
+
+void mdiMain::ShowFileFailure(const char* subject, const char* done, const std::string& reason) {
+    notices_->Show({.Severity = NoticeSeverity::Failure,
+                    .Subject = subject,
+                    .Text = Utf8From(cdia->FileName().filename().string()) + " was not " + done +
+                            ": " + reason});
 }
 
 void mdiMain::FileExit_Click() {

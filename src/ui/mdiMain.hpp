@@ -14,6 +14,7 @@ class QMdiArea;
 
 namespace Tamber {
 
+class NoticeStrip;
 class StatusBar;
 class frmFunction;
 
@@ -71,6 +72,7 @@ class mdiMain : public QMainWindow {
     void HelpAbout_Click();
 
     void OpenHexFile();
+    void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
     void TellRun(const std::string& summary, bool good);
 
@@ -82,6 +84,7 @@ class mdiMain : public QMainWindow {
     ProgrammerLink link_;
     StatusBar* sbar = nullptr;
     QMdiArea* documents_ = nullptr;
+    NoticeStrip* notices_ = nullptr;
     std::unique_ptr<BufferViews> views_;
     frmFunction* runningFunctions_ = nullptr;  // while the function dialog is open
     bool Activated = false;

@@ -9,12 +9,12 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QScreen>
-#include <QStringDecoder>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QWidget>
 #include <algorithm>
 
+#include "core/Utf8.hpp"
 #include "platform/qt/Contrast.hpp"
 
 namespace Tamber {
@@ -155,10 +155,7 @@ void DrawAsDesigned(QWidget& control) {
 }
 
 QString OutsideText(const std::string& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    return utf8.hasError() ? QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()))
-                           : text;
+    return QString::fromStdString(VisibleText(bytes));
 }
 
 QFont Fitted(QFont font, const QString& text, int width) {

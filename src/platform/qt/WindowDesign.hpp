@@ -54,7 +54,7 @@ void DrawAsDesigned(QWidget& control);
 QGroupBox* MakeFrame(const QString& caption, QWidget* parent);
 
 /// A text that came from outside the program (a device name, a file name). Bytes that are not
-/// UTF-8 are taken as Latin-1.
+/// UTF-8 are taken as Latin-1; what is no letter or turns the text round gets a visible sign.
 QString OutsideText(const std::string& bytes);
 
 /// `font`, narrowed by up to a quarter if `text` is wider than `width` pixels.
