@@ -43,12 +43,12 @@ void NoticeStrip::MakeControls() {
     imgSeverity = new QLabel(this);
     lblNotice = new NoticeText(this);
     lblNotice->setObjectName("lblNotice");
-    cmdAction = MakeNoticeButton("cmdAction", "", this);
+    cmdAction = MakeNoticeButton("cmdRemedyOfFirst", "", this);
     connect(cmdAction, &QPushButton::clicked, this, &NoticeStrip::cmdAction_Click);
     cmdShowAll = MakeNoticeButton("cmdShowAll", "", this);
     connect(cmdShowAll, &QPushButton::clicked, this, &NoticeStrip::cmdShowAll_Click);
     auto* cross = new QToolButton(this);
-    cross->setObjectName("cmdClose");
+    cross->setObjectName("cmdCloseNotice");
     cross->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     cross->setAutoRaise(true);
     cross->setFocusPolicy(Qt::StrongFocus);

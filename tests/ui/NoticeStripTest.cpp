@@ -33,7 +33,7 @@ TEST_F(NoticesInTheWindow, TheGravestAndLatestIsShownAndTheOthersComeAfterIt) {
     Show(NoticeSeverity::Note, "less grave now", "subject");
     Strip().Withdraw("later failure");
     EXPECT_EQ(Said(), "Failure: failure");
-    Click("cmdClose");
+    Click("cmdCloseNotice");
     EXPECT_EQ(Said(), "Note: less grave now");
     Strip().Withdraw("subject");
     Strip().Withdraw("note");
@@ -72,9 +72,9 @@ TEST_F(NoticesInTheWindow, TheListHasThemAllWithTheirRemediesAndCanBeCopied) {
                                              ++remedied;
                                              Strip().Withdraw("remedied");
                                          }}});
-    EXPECT_EQ(Find<QPushButton>("cmdAction")->text(), "Mend && go on");
+    EXPECT_EQ(Find<QPushButton>("cmdRemedyOfFirst")->text(), "Mend && go on");
     Show(NoticeSeverity::Failure, "graver");
-    EXPECT_FALSE(Find("cmdAction")->isVisible());
+    EXPECT_FALSE(Find("cmdRemedyOfFirst")->isVisible());
     Click("cmdShowAll");
     Settle();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
