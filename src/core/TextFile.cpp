@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -54,14 +55,33 @@ std::filesystem::path LinkTarget(std::filesystem::path path) {
     return path;
 }
 
-// Whether `target`, which is there, can be replaced.
-Done CheckReplaceable(const std::filesystem::path& target, std::filesystem::file_status status) {
+// Anything but a regular file is refused; what is not there passes.
+Done CheckKind(std::filesystem::file_status status) {
     if (std::filesystem::is_directory(status))
         return tl::unexpected(std::string("Is a directory"));
-    if (!std::filesystem::is_regular_file(status))
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
         return tl::unexpected(std::string("Not a regular file"));
-    if (!Open(target, "r+b"))
+    return {};
+}
+
+tl::expected<FileHandle, std::string> OpenToRead(const std::filesystem::path& path) {
+    std::error_code ignored;
+    return CheckKind(std::filesystem::status(path, ignored))
+        .and_then([&]() -> tl::expected<FileHandle, std::string> {
+            FileHandle file = Open(path, "rb");
+            if (!file)
+                return tl::unexpected(LastReason());
+            return file;
+        });
+}
+
+// Whether a file can be made in the folder of `target`.
+Done CheckFolder([[maybe_unused]] const std::filesystem::path& target) {
+#ifndef _WIN32
+    const std::filesystem::path folder = target.parent_path();
+    if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
         return tl::unexpected(LastReason());
+#endif
     return {};
 }
 
@@ -80,26 +100,54 @@ FileHandle CreateBeside(const std::filesystem::path& target, std::filesystem::pa
 }
 
 Done WriteWhole(FileHandle file, std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
+    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() ||
         std::fflush(file.get()) != 0 || !ForceToDisk(file.get()) ||
         std::fclose(file.release()) != 0)
         return tl::unexpected(LastReason());
     return {};
 }
 
+// The file keeps all its names. After a failure its old text is put back, as far as that goes.
+Done WriteInPlace(const std::filesystem::path& target, std::string_view text, bool there) {
+    const auto old = there ? ReadTextFile(target, std::numeric_limits<std::size_t>::max())
+                           : tl::expected<std::string, std::string>();
+    const Done written = WriteWhole(Open(target, "wb"), text);
+    std::error_code ignored;
+    if (!written && !there)
+        std::filesystem::remove(target, ignored);
+    else if (!written && old)
+        (void)WriteWhole(Open(target, "wb"), *old);
+    return written;
+}
+
+Done WriteBeside(FileHandle file, const std::filesystem::path& beside,
+                 const std::filesystem::path& target, std::string_view text,
+                 std::filesystem::perms permissions) {
+    std::error_code error;
+    Done written = WriteWhole(std::move(file), text);
+    if (written && permissions != std::filesystem::perms::unknown)
+        std::filesystem::permissions(beside, permissions, error);
+    if (written)
+        std::filesystem::rename(beside, target, error);
+    if (written && error)
+        written = tl::unexpected(error.message());
+    if (!written)
+        std::filesystem::remove(beside, error);
+    return written;
+}
+
 }  // namespace
 
 tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path& path,
                                                     std::size_t limit) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored))
-        return tl::unexpected(std::string("Is a directory"));
-    FileHandle file = Open(path, "rb");
-    if (!file)
-        return tl::unexpected(LastReason());
-    // Room for the whole file at once. A file that grows while it is read, or that is no regular
-    // file, still comes piece by piece.
+    auto opened = OpenToRead(path);
+    if (!opened)
+        return tl::unexpected(opened.error());
+    const FileHandle file = std::move(*opened);
+    // Room for the whole file at once. A file that grows while it is read still comes piece by
+    // piece.
     std::string text;
+    std::error_code ignored;
     const auto size = std::filesystem::file_size(path, ignored);
     if (!ignored)
         text.reserve(std::min<std::uintmax_t>(size, limit));
@@ -115,30 +163,38 @@ tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path&
     return text;
 }
 
+Done CheckReadable(const std::filesystem::path& path) {
+    return OpenToRead(path).map([](const FileHandle&) {});
+}
+
+Done CheckReplaceable(const std::filesystem::path& path) {
+    const std::filesystem::path target = LinkTarget(path);
+    std::error_code error;
+    const auto status = std::filesystem::status(target, error);
+    if (status.type() == std::filesystem::file_type::none)
+        return tl::unexpected(error.message());
+    if (!std::filesystem::exists(status))
+        return CheckFolder(target);
+    return CheckKind(status).and_then([&]() -> Done {
+        if (!Open(target, "r+b"))
+            return tl::unexpected(LastReason());
+        return {};
+    });
+}
+
 Done ReplaceTextFile(const std::filesystem::path& path, std::string_view text) {
+    if (Done checked = CheckReplaceable(path); !checked)
+        return checked;
     const std::filesystem::path target = LinkTarget(path);
     std::error_code error;
     const auto before = std::filesystem::status(target, error);
-    if (before.type() == std::filesystem::file_type::none)
-        return tl::unexpected(error.message());
     const bool there = std::filesystem::exists(before);
-    if (there)
-        if (Done checked = CheckReplaceable(target, before); !checked)
-            return checked;
+    const bool otherNames = there && std::filesystem::hard_link_count(target, error) > 1;
     std::filesystem::path beside;
-    FileHandle file = CreateBeside(target, beside);
+    FileHandle file = otherNames ? FileHandle() : CreateBeside(target, beside);
     if (!file)
-        return tl::unexpected(LastReason());
-    Done written = WriteWhole(std::move(file), text);
-    if (written && there)
-        std::filesystem::permissions(beside, before.permissions(), error);
-    if (written)
-        std::filesystem::rename(beside, target, error);
-    if (written && error)
-        written = tl::unexpected(error.message());
-    if (!written)
-        std::filesystem::remove(beside, error);
-    return written;
+        return WriteInPlace(target, text, there);
+    return WriteBeside(std::move(file), beside, target, text, before.permissions());
 }
 
 }  // namespace Tamber

@@ -13,7 +13,7 @@ namespace Tamber {
 /// Why an Intel HEX file cannot be loaded.
 enum class HexFault {
     ChecksumError,   ///< a line before the end record does not sum to 0
-    NoEndRecord,     ///< the file ended without one, be it in the middle of a line
+    NoEndRecord,     ///< the file ended without one
     AddressError,    ///< a line whose address field does not read as a number
     TooManyBytes,    ///< a data record of more than HexRecord::DataMax bytes
     TooManyLines,    ///< more than HexRecordTableMax lines up to and with the end record
@@ -34,13 +34,9 @@ struct HexRecord {
     static constexpr std::int16_t DataType = 0;
     static constexpr std::int16_t EndType = 1;
 
-    /// Takes the next of `lines` apart. A line that is cut off before its record type is whole
-    /// cannot be told from a shorter one of another type and counts as the end of the file.
+    /// Takes the next of `lines` apart.
     explicit HexRecord(LineReader& lines) : Line(lines.Next()) {
-        if (lines.Unfinished() && Line.size() < DataIndex)
-            Fault = HexFault::NoEndRecord;
-        else
-            Fault = TakeApart();
+        Fault = TakeApart();
         if (lines.Number() > HexRecordTableMax)
             Fault = HexFault::TooManyLines;
     }

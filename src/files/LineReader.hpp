@@ -18,10 +18,7 @@ class LineReader {
 
     bool AtEnd() const { return next_ >= text_.size(); }
 
-    /// The line read last reached the end of the text without a line end.
-    bool Unfinished() const { return unfinished_; }
-
-    /// The number of that line, from 1; 0 before the first.
+    /// The number of the line read last, from 1; 0 before the first.
     int Number() const { return number_; }
 
     std::string_view Next() {
@@ -29,7 +26,6 @@ class LineReader {
         carriageReturn_ = Find('\r', carriageReturn_);
         const std::size_t end = std::min(lineFeed_, carriageReturn_);
         const std::string_view line = text_.substr(next_, end - next_);
-        unfinished_ = end == text_.size();
         ++number_;
         next_ = end + (text_.substr(end).starts_with("\r\n") ? 2 : 1);
         return line;
@@ -45,7 +41,6 @@ class LineReader {
     std::size_t lineFeed_;
     std::size_t carriageReturn_;
     int number_ = 0;
-    bool unfinished_ = false;
 };
 
 }  // namespace Tamber

@@ -18,6 +18,9 @@ TEST(TextFile, ReadingSaysWhyItFailed) {
     EXPECT_EQ(ReadTextFile(folder / "file", 3).error(), "File too large");
     EXPECT_EQ(ReadTextFile(folder / "none").error(), "No such file or directory");
     EXPECT_EQ(ReadTextFile(folder.Path()).error(), "Is a directory");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    for (const fs::path& waiting : {folder / "pipe", fs::path("/dev/zero")})
+        EXPECT_EQ(ReadTextFile(waiting).error(), "Not a regular file");
 }
 
 TEST(TextFile, ReplacingKeepsPermissionsAndLeavesNothingBeside) {
@@ -54,6 +57,20 @@ TEST(TextFile, ALinkIsFollowedAndStaysALink) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "kept"), {}), 1);
 }
 
+TEST(TextFile, AFileIsWrittenInPlaceWhereItHasOtherNamesOrNoneCanBeMadeBesideIt) {
+    const TestFolder folder;
+    folder.Write("file", "an old and longer text");
+    fs::create_hard_link(folder / "file", folder / "other name");
+    EXPECT_TRUE(ReplaceTextFile(folder / "file", "text"));
+    EXPECT_EQ(folder.Files(), (Files{{"file", "text"}, {"other name", "text"}}));
+    const std::string longName(253, 'x');
+    for (const std::string text : {"made", "replaced"}) {
+        EXPECT_TRUE(ReplaceTextFile(folder / longName, text));
+        EXPECT_EQ(FileText(folder / longName), text);
+    }
+    EXPECT_EQ(ReplaceTextFile(folder / std::string(256, 'x'), "").error(), "File name too long");
+}
+
 TEST(TextFile, WhatCannotBeReplacedStaysAsItWasWithAReason) {
     const TestFolder folder;
     fs::create_directory(folder / "folder");
@@ -67,6 +84,7 @@ TEST(TextFile, WhatCannotBeReplacedStaysAsItWasWithAReason) {
                  {"round", "Too many levels of symbolic links"},
                  {"pipe", "Not a regular file"}};
     for (const auto& row : table) {
+        EXPECT_EQ(CheckReplaceable(folder / row.name).error(), row.reason) << row.name;
         EXPECT_EQ(ReplaceTextFile(folder / row.name, "text").error(), row.reason) << row.name;
         EXPECT_EQ(folder.Files(), before) << row.name;
     }
@@ -90,16 +108,21 @@ TEST(TextFile, AWriteProtectedFileIsNotReplaced) {
 TEST(TextFile, ADiskThatFillsUpLeavesTheOldFileWholeAndNoHalfBesideIt) {
     const TestFolder folder;
     folder.Write("file", "kept");
+    folder.Write("linked", "kept, too");
+    fs::create_hard_link(folder / "linked", folder / "other name");
+    const Files before = folder.Files();
     rlimit limit{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
     const rlimit little{1000, limit.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
-    const auto replaced = ReplaceTextFile(folder / "file", std::string(100'000, 'x'));
+    for (const std::string name : {"file", "linked", "new", std::string(253, 'x').c_str()}) {
+        const auto replaced = ReplaceTextFile(folder / name, std::string(100'000, 'x'));
+        EXPECT_EQ(replaced.error(), "File too large") << name;
+    }
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     std::signal(SIGXFSZ, handler);
-    EXPECT_EQ(replaced.error(), "File too large");
-    EXPECT_EQ(folder.Files(), (Files{{"file", "kept"}}));
+    EXPECT_EQ(folder.Files(), before);
 }
 
 }  // namespace
