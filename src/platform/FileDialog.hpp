@@ -17,6 +17,9 @@ class FileDialog {
     /// ".hex" to a name without an ending.
     [[nodiscard]] virtual bool ShowSave() = 0;
 
+    /// As if the user had chosen this one.
+    virtual void SetFileName(const std::filesystem::path& file) = 0;
+
     /// The full path last chosen, empty before that.
     virtual std::filesystem::path FileName() const = 0;
 };

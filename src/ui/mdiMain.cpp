@@ -11,9 +11,7 @@
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
-#include "core/Utf8.hpp"
 #include "files/HexFile.hpp"
-#include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
 #include "operations/frmFunction.hpp"
@@ -33,9 +31,9 @@ namespace {
 // Room for the three views at their home positions, menu and status bar included; in twips.
 constexpr QSize RoomForViews(11100, 9600);
 
-// What notices are about.
-constexpr char LoadFailure[] = "load";
-constexpr char SaveFailure[] = "save";
+bool LoadsWhole(const std::string& text) {
+    return ReadHexRecords(text).has_value();
+}
 
 }  // namespace
 
@@ -45,7 +43,8 @@ mdiMain::mdiMain(modFunc& program, Platform& platform)
       cm(platform.NewSerialControl()),
       totmr(platform.NewTimer()),
       cdia(platform.NewFileDialog()),
-      link_(program.link, *cm, *totmr, platform.Events()) {
+      link_(program.link, *cm, *totmr, platform.Events()),
+      watch_(LoadsWhole, [this](bool differs) { ShowFileChange(differs); }) {
     setObjectName("mdiMain");
     setWindowTitle("Tamber ~ PIC Programmer");
     sbar = new StatusBar(this);
@@ -70,6 +69,7 @@ void mdiMain::MakeDocumentArea() {
     layout->addWidget(notices_);
     layout->addWidget(documents_, 1);
     setCentralWidget(area);
+    setAcceptDrops(true);
     views_ = std::make_unique<BufferViews>(*documents_, program_);
     RestorePlace(*this, {Pixels(RoomForViews.width()), Pixels(RoomForViews.height())});
 }
@@ -165,45 +165,6 @@ void mdiMain::ReopenViews(const Regions& regions) {
         views_->ReopenEeprom();
     if (regions.IdLocations || regions.ConfigurationWord)
         views_->ReopenConfiguration();
-}
-
-void mdiMain::FileLoad_Click() {
-    if (cdia->ShowOpen())
-        OpenHexFile();
-}
-
-void mdiMain::OpenHexFile() {
-    if (const auto loaded = LoadHexFile(cdia->FileName(), program_.image); !loaded) {
-        if (const std::string_view text = HexFailureText(loaded.error().Fault); !text.empty())
-            platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
-        else
-            ShowFileFailure(LoadFailure, "loaded", loaded.error().Reason);
-        return;
-    }
-    notices_->Withdraw(LoadFailure);
-    sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
-    views_->CloseAll();
-    BufferView_Click();
-}
-
-void mdiMain::FileSave_Click() {
-    if (!cdia->ShowSave())
-        return;
-    if (const auto saved =
-            SaveHexFile(cdia->FileName(), program_.image, SelectedRecord(program_).ProgramWords);
-        !saved) {
-        ShowFileFailure(SaveFailure, "saved", saved.error());
-        return;
-    }
-    notices_->Withdraw(SaveFailure);
-    sbar->SetPanel(4, "File: " + OutsideText(cdia->FileName().string()));
-}
-
-void mdiMain::ShowFileFailure(const char* subject, const char* done, const std::string& reason) {
-    notices_->Show({.Severity = NoticeSeverity::Failure,
-                    .Subject = subject,
-                    .Text = Utf8From(cdia->FileName().filename().string()) + " was not " + done +
-                            ": " + reason});
 }
 
 void mdiMain::FileExit_Click() {

@@ -7,6 +7,7 @@
 #include "modFunc.hpp"
 #include "operations/FunctionDisplay.hpp"
 #include "platform/Platform.hpp"
+#include "platform/qt/FileWatch.hpp"
 #include "ui/BufferViews.hpp"
 
 class QAction;
@@ -43,6 +44,8 @@ class mdiMain : public QMainWindow {
   protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void MakeMenus();
@@ -72,6 +75,9 @@ class mdiMain : public QMainWindow {
     void HelpAbout_Click();
 
     void OpenHexFile();
+    void LoadFile(const std::filesystem::path& file);
+    void TakeFileForCurrent(const char* failure);
+    void ShowFileChange(bool differs);
     void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
     void TellRun(const std::string& summary, bool good);
@@ -82,6 +88,7 @@ class mdiMain : public QMainWindow {
     std::unique_ptr<WindowTimer> totmr;
     std::unique_ptr<FileDialog> cdia;
     ProgrammerLink link_;
+    FileWatch watch_;  // of the file last loaded or saved
     StatusBar* sbar = nullptr;
     QMdiArea* documents_ = nullptr;
     NoticeStrip* notices_ = nullptr;

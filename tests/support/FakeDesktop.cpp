@@ -80,6 +80,7 @@ class FakeFileDialog final : public FileDialog {
 
     bool ShowOpen() override { return Choose(); }
     bool ShowSave() override { return Choose(); }
+    void SetFileName(const std::filesystem::path& file) override { fileName_ = file; }
     std::filesystem::path FileName() const override { return fileName_; }
 
   private:

@@ -12,6 +12,14 @@ struct MainWindow : testing::Test, WindowBench {
         desktop.chosenFile = program.AppPath / "window-test.hex";
         std::ofstream(*desktop.chosenFile, std::ios::binary) << text;
     }
+
+    // Until the strip says something else, at most as long as a file must be left alone to be
+    // looked at and a little more.
+    std::string SaidAfterAWhile() const {
+        const std::string before = Said();
+        (void)QTest::qWaitFor([&] { return Said() != before; }, 500);
+        return Said();
+    }
 };
 
 TEST_F(MainWindow, StartsByOpeningThePortAndIdentifyingTheBoard) {
@@ -70,9 +78,87 @@ TEST_F(MainWindow, LoadOrSaveThatFailsLeavesEverythingAsItWas) {
     expectUnchanged("FileSave", {});
     ChooseHex(":0400000041284228FF\n:00000001FF\n");
     expectUnchanged("FileLoad", {"box [File Load Error] Checksum Error in hex file! (critical)"});
-    desktop.chosenFile = "/nowhere/at/all.hex";
+    EXPECT_EQ(Said(), "") << "the box has said it";
+    ChooseHex("\n:00000001FF\n");
     expectUnchanged("FileLoad", {});
+    EXPECT_EQ(Said(),
+              "Failure: window-test.hex was not loaded: Line 1: The line is empty. Delete it; the "
+              "loader takes no line without a record.");
+    desktop.chosenFile = "/nowhere/at/all\n\xE4.hex";
+    expectUnchanged("FileLoad", {});
+    EXPECT_EQ(Said(), "Failure: all\u240A\u00E4.hex was not loaded: No such file or directory");
     expectUnchanged("FileSave", {});
+    EXPECT_EQ(Said(), "Failure: all\u240A\u00E4.hex was not saved: No such file or directory");
+    ChooseHex(":00000001FF\n");
+    Choose("FileSave");
+    Choose("FileLoad");
+    EXPECT_EQ(Said(), "");
+}
+
+// A compiler writes a file in steps or puts another in its place; either way it is offered, never
+// loaded, when it is whole.
+TEST_F(MainWindow, OffersTheLoadedFileAgainWhenItHasChangedOnTheDisk) {
+    const std::string first = ":020000000102FB\n:00000001FF\n";
+    const std::string second = ":020000000304F7\n:00000001FF\n";
+    const std::string offer = "Warning: window-test.hex has changed on the disk.";
+    ChooseHex(first);
+    const std::filesystem::path file = *desktop.chosenFile;
+    const auto written = [&](const std::string& text) {
+        std::ofstream(file, std::ios::binary) << text;
+        return SaidAfterAWhile();
+    };
+    Choose("FileLoad");
+    Choose("FileSave");  // a change of our own
+    EXPECT_EQ(SaidAfterAWhile(), "");
+    Choose("FileLoad");
+    EXPECT_EQ(written(second.substr(0, 20)), "") << "it is not whole";
+    EXPECT_EQ(written(second), offer);
+    EXPECT_EQ(program.image.Byte(0), 0x01) << "nobody has asked for it";
+    const std::filesystem::path beside = program.AppPath / "beside";
+    std::ofstream(beside, std::ios::binary) << ":020000000506F3\n:00000001FF\n";
+    Click("cmdRemedyOfFirst");
+    EXPECT_EQ(program.image.Byte(0), 0x03);
+    EXPECT_EQ(Said(), "");
+    std::filesystem::rename(beside, file);
+    EXPECT_EQ(SaidAfterAWhile(), offer);
+    EXPECT_EQ(written(second), "") << "it is what was loaded";
+}
+
+TEST_F(MainWindow, LoadsADroppedHexFileAndRefusesWhatElseIsDropped) {
+    ChooseHex(":020000000102FB\n:00000001FF\n");
+    const std::filesystem::path file = program.AppPath / "dropped \xE4.HEX";
+    std::filesystem::rename(*desktop.chosenFile, file);
+    const auto drop = [&](const QList<QByteArray>& names) {
+        QMimeData dropped;
+        QList<QUrl> urls;
+        for (const QByteArray& name : names)
+            urls.append(QUrl::fromEncoded(name));
+        dropped.setUrls(urls);
+        QDragEnterEvent enter({9, 9}, Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &enter);
+        QDropEvent event(QPointF(9, 9), Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &event);
+        EXPECT_EQ(enter.isAccepted() && enter.dropAction() == Qt::CopyAction,
+                  !QApplication::activeModalWidget());
+        Settle();
+    };
+    const QByteArray url =
+        "file://" + QByteArray::fromStdString(program.AppPath.string()) + "/dropped%20%E4.HEX";
+    InDialog("OptionsSettings", [&] { drop({url}); });
+    drop({url, url});
+    EXPECT_EQ(Said(), "Failure: 2 files were dropped: drop a single HEX file (*.hex) to load it");
+    for (const char* other : {"file:///a.txt", "http://a.b/a.hex"}) {
+        drop({other});
+        EXPECT_TRUE(
+            Said().ends_with(" was not loaded: drop a HEX file (*.hex) that is on this machine"));
+    }
+    EXPECT_EQ(program.image.Byte(0), 0xFF);
+    drop({url});
+    EXPECT_EQ(program.image.Byte(0), 0x01);
+    EXPECT_EQ(Said(), "");
+    EXPECT_TRUE(Panels().ends_with("/dropped \u00E4.HEX"));
 }
 
 TEST_F(MainWindow, ComesBackWhereItWasButNeverLargerThanTheScreen) {

@@ -10,12 +10,6 @@ struct NoticesInTheWindow : testing::Test, WindowBench {
         Strip().Show({.Severity = severity, .Subject = subject ? subject : text, .Text = text});
     }
 
-    // What the strip says; empty while it is not there.
-    std::string Said() const {
-        Settle();
-        const QWidget* strip = Find("NoticeStrip");
-        return strip->isVisible() ? strip->accessibleName().toStdString() : "";
-    }
     static std::string Clipboard() { return QApplication::clipboard()->text().toStdString(); }
     void Key(Qt::Key key) const {
         QTest::keyClick(QApplication::focusWidget(), key);

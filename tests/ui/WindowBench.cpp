@@ -63,6 +63,12 @@ std::string WindowBench::Panels() {
         .toStdString();
 }
 
+std::string WindowBench::Said() const {
+    Settle();
+    const QWidget* strip = Find("NoticeStrip");
+    return strip->isVisible() ? strip->accessibleName().toStdString() : "";
+}
+
 void WindowBench::Choose(const char* item) {
     Find<QAction>(item)->trigger();
     Settle();

@@ -45,6 +45,9 @@ class WindowBench {
     /// The captions of the status bar's panels, with " | " between them.
     std::string Panels();
 
+    /// What the notice strip says; empty while it is not there.
+    std::string Said() const;
+
     /// Chooses a menu entry.
     void Choose(const char* item);
 

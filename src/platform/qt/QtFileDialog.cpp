@@ -1,32 +1,15 @@
 #include "platform/qt/QtFileDialog.hpp"
 
-#include <QFile>
 #include <QFileDialog>
 #include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
+#include "platform/qt/Paths.hpp"
 
 namespace Tamber {
 namespace {
 
 constexpr char Filter[] = "Hex (*.hex)";
-
-// Names go through the system's encoding, so that a name that is not UTF-8 opens as well.
-QString ToQt(const std::filesystem::path& path) {
-#ifdef _WIN32
-    return QString::fromStdWString(path.wstring());
-#else
-    return QFile::decodeName(path.c_str());
-#endif
-}
-
-std::filesystem::path FromQt(const QString& path) {
-#ifdef _WIN32
-    return path.toStdWString();
-#else
-    return QFile::encodeName(path).toStdString();
-#endif
-}
 
 }  // namespace
 

@@ -12,6 +12,7 @@ class QtFileDialog final : public FileDialog {
 
     [[nodiscard]] bool ShowOpen() override;
     [[nodiscard]] bool ShowSave() override;
+    void SetFileName(const std::filesystem::path& file) override { fileName_ = file; }
     std::filesystem::path FileName() const override { return fileName_; }
 
   private:
