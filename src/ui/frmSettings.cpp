@@ -30,7 +30,7 @@ void frmSettings::MakeControls() {
         DrawAsDesigned(*option);
         Place(*option, ("optComm" + std::to_string(index)).c_str(), 120, 240 + 360 * index, 855,
               255);
-        option->setToolTip(OutsideText(PortDescription(program_.AppPath, index + 1)));
+        option->setToolTip(OutsideToolTip(PortDescription(program_.AppPath, index + 1)));
         ++index;
     }
     cmdOk = new QPushButton("OK", this);

@@ -11,6 +11,7 @@
 
 #include "StartUp.hpp"
 #include "core/HexText.hpp"
+#include "core/Utf8.hpp"
 #include "files/HexFile.hpp"
 #include "link/BoardIdentity.hpp"
 #include "operations/frmEditAuto.hpp"
@@ -124,8 +125,10 @@ void mdiMain::MDIForm_Activate() {
 }
 
 void mdiMain::ShowProgrammerInfo() {
+    const BoardIdentity& board = program_.link.Board;
     if (program_.link.ProgrammerFound)
-        platform_.Boxes().Show(Describe(program_.link.Board), ProgramTitle, BoxIcon::None);
+        platform_.Boxes().Show(Describe({VisibleText(board.Name), VisibleText(board.Version)}),
+                               ProgramTitle, BoxIcon::None);
     else
         platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
     BufferView_Click();

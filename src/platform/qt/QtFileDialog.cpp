@@ -1,46 +1,42 @@
 #include "platform/qt/QtFileDialog.hpp"
 
-#include <QFileDialog>
 #include <utility>
 
 #include "platform/qt/ModalDialog.hpp"
 #include "platform/qt/Paths.hpp"
+#include "platform/qt/RecentFiles.hpp"
 
 namespace Tamber {
-namespace {
-
-constexpr char Filter[] = "Hex (*.hex)";
-
-}  // namespace
 
 QtFileDialog::QtFileDialog(std::filesystem::path directory) : directory_(std::move(directory)) {}
 
 bool QtFileDialog::ShowOpen() {
-    return Show(Purpose::Open);
+    return Show(HexFileDialog::Purpose::Open);
 }
 
 bool QtFileDialog::ShowSave() {
-    return Show(Purpose::Save);
+    return Show(HexFileDialog::Purpose::Save);
 }
 
-bool QtFileDialog::Show(Purpose purpose) {
-    QFileDialog dialog(OwnerForDialogs());
-    dialog.setNameFilter(Filter);
-    dialog.setDirectory(ToQt(fileName_.empty() ? directory_ : fileName_.parent_path()));
-    if (purpose == Purpose::Open) {
-        dialog.setWindowTitle("Load");
-        dialog.setFileMode(QFileDialog::ExistingFile);
-    } else {
-        dialog.setWindowTitle("Save");
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setDefaultSuffix("hex");
-        if (!fileName_.empty())
-            dialog.selectFile(ToQt(fileName_.filename()));
-    }
-    if (ExecuteModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+void QtFileDialog::SetFileName(const std::filesystem::path& file) {
+    fileName_ = file;
+    RememberFile(file);
+}
+
+std::filesystem::path QtFileDialog::Folder() const {
+    if (!fileName_.empty())
+        return fileName_.parent_path();
+    const QStringList folders = RecentFolders();
+    return folders.isEmpty() ? directory_ : FromQt(folders.first());
+}
+
+bool QtFileDialog::Show(HexFileDialog::Purpose purpose) {
+    HexFileDialog dialog(purpose, Folder(), OwnerForDialogs());
+    if (purpose == HexFileDialog::Purpose::Save && KnownToQt(fileName_.filename()))
+        dialog.selectFile(ToQt(fileName_.filename()));
+    if (ExecuteModal(dialog) != QDialog::Accepted || dialog.Chosen().empty())
         return false;
-    fileName_ = FromQt(dialog.selectedFiles().first());
+    SetFileName(dialog.Chosen());
     return true;
 }
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <algorithm>
 
+#include "core/Utf8.hpp"
+
 #ifdef __linux__
 #include <linux/serial.h>
 #include <sys/ioctl.h>
@@ -68,7 +70,7 @@ tl::expected<void, std::string> QtSerialControl::PortOpen(const std::filesystem:
     const std::filesystem::path device = std::filesystem::canonical(path, error);
     port_.setPortName(QString::fromStdString(error ? path.string() : device.string()));
     if (!port_.open(QIODevice::ReadWrite) || !port_.setBaudRate(QSerialPort::Baud57600)) {
-        const std::string failure = FailureText(port_, path.string());
+        const std::string failure = FailureText(port_, VisibleText(path.string()));
         port_.close();
         return tl::unexpected(failure);
     }

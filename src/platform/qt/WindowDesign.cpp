@@ -158,6 +158,11 @@ QString OutsideText(const std::string& bytes) {
     return QString::fromStdString(VisibleText(bytes));
 }
 
+QString OutsideToolTip(const std::string& bytes) {
+    const QString text = OutsideText(bytes);
+    return Qt::mightBeRichText(text) ? "<qt>" + text.toHtmlEscaped() + "</qt>" : text;
+}
+
 QFont Fitted(QFont font, const QString& text, int width) {
     font.setStretch(QFont::Unstretched);
     const int needed = QFontMetrics(font).horizontalAdvance(text);

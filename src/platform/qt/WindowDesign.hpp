@@ -57,6 +57,9 @@ QGroupBox* MakeFrame(const QString& caption, QWidget* parent);
 /// UTF-8 are taken as Latin-1; what is no letter or turns the text round gets a visible sign.
 QString OutsideText(const std::string& bytes);
 
+/// Such a text as a tool tip, which would be taken for markup if it looked like it.
+QString OutsideToolTip(const std::string& bytes);
+
 /// `font`, narrowed by up to a quarter if `text` is wider than `width` pixels.
 QFont Fitted(QFont font, const QString& text, int width);
 
