@@ -5,7 +5,6 @@
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QPointer>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <iostream>
 
