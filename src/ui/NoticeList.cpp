@@ -43,9 +43,9 @@ QIcon SeverityIcon(NoticeSeverity severity, const QWidget& widget) {
 }
 
 QPushButton* MakeNoticeButton(const char* name, const QString& caption, QWidget* parent) {
-    auto* button = new QPushButton("", parent);
+    auto* button = new QPushButton(QString(caption).replace('&', "&&"), parent);
     button->setObjectName(name);
-    button->setText(QString(caption).replace('&', "&&"));
+    button->setAutoDefault(true);  // Enter presses it, in a dialog or not
     return button;
 }
 

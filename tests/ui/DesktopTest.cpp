@@ -19,15 +19,17 @@ using testing::ElementsAre;
 
 constexpr int Patience = 20'000;  // milliseconds
 
-TEST(MessageBoxes, BearTheirIcons) {
+TEST(MessageBoxes, BearTheirIconsAndShowTheirTextPlainly) {
     for (const auto& [icon, shown] : {std::pair{BoxIcon::Critical, QMessageBox::Critical},
                                       {BoxIcon::None, QMessageBox::NoIcon}}) {
         QTimer::singleShot(0, qApp, [expected = shown] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
             EXPECT_EQ(box->icon(), expected);
+            EXPECT_EQ(box->text(), "<b>\nText\uFFFD\u241B");
+            EXPECT_EQ(box->textFormat(), Qt::PlainText);
             box->accept();
         });
-        QtMessageBoxes().Show("Text", "Title", icon);
+        QtMessageBoxes().Show("<b>\r\nText\u202E\x1B", "Title", icon);
     }
 }
 

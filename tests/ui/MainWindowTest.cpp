@@ -139,10 +139,10 @@ TEST_F(MainWindow, LoadsADroppedHexFileAndRefusesWhatElseIsDropped) {
         dropped.setUrls(urls);
         QDragEnterEvent enter({9, 9}, Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
                               Qt::NoModifier);
-        QApplication::sendEvent(window.get(), &enter);
+        QApplication::sendEvent(Dump()->viewport(), &enter);
         QDropEvent event(QPointF(9, 9), Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
                          Qt::NoModifier);
-        QApplication::sendEvent(window.get(), &event);
+        QApplication::sendEvent(Dump()->viewport(), &event);
         EXPECT_EQ(enter.isAccepted() && enter.dropAction() == Qt::CopyAction,
                   !QApplication::activeModalWidget());
         Settle();

@@ -40,6 +40,8 @@ TEST_F(NoticesInTheWindow, TakeNeitherKeyboardNorRoomOfTheirOwnAccordAndCloseByE
     const QPointer<QWidget> focus = QApplication::focusWidget();
     ASSERT_TRUE(focus);
     Show(NoticeSeverity::Note, "<b>not bold</b>\u202E\n<img src=x>");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(Find("NoticeStrip"))->role(),
+              QAccessible::AlertMessage);
     EXPECT_EQ(Said(), "Note: <b>not bold</b>\uFFFD\u240A<img src=x>");
     EXPECT_EQ(QApplication::focusWidget(), focus);
     EXPECT_LT(area->height(), whole.height());
@@ -71,6 +73,8 @@ TEST_F(NoticesInTheWindow, TheListHasThemAllWithTheirRemediesAndCanBeCopied) {
     EXPECT_FALSE(Find("cmdRemedyOfFirst")->isVisible());
     Click("cmdShowAll");
     Settle();
+    ExpectNothingCutOff(*Find("NoticeStrip"));
+    ExpectNothingCutOff(*Find("NoticeList"));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     const auto* list = Find<QTreeWidget>("lstNotices");
     Click("cmdCopy");
