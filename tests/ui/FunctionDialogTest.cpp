@@ -98,6 +98,33 @@ TEST_F(FunctionDialog, EndOfTheSessionEndsARunAtItsNextBlockAndWritesTheSettings
     });
 }
 
+// The reply that comes too late counts into the next function's, which reads the wrong block.
+TEST_F(FunctionDialog, ReplyOfAnEarlierRunIsToldAndDroppedOnlyByTheUser) {
+    faults.Delay = {4, std::chrono::milliseconds(1100)};
+    const auto read = [&] {
+        bench->InDialog("DeviceFunction", [&] {
+            for (const char* box : {"chkEM", "chkID", "chkCW"})
+                bench->Find<QCheckBox>(box)->setChecked(false);
+            Run(FunctionRead);
+        });
+    };
+    const auto expectTold = [&](const std::string& beginning) {
+        EXPECT_TRUE(bench->Said().starts_with(beginning)) << bench->Said();
+    };
+    Use([] {});
+    bench->engine.Memory().SetByte(0, 0x41);
+    read();
+    expectTold("Warning: Read: Reading Program Memory...   Device Fault!; ");
+    bench->desktop.Events().DeliverEvents();  // the late reply
+    read();
+    EXPECT_NE(bench->program.image.Byte(0), 0x41);
+    expectTold("Failure: The line is out of step: 17 bytes came that nobody asked for. What ");
+    bench->Click("cmdRemedyOfFirst");
+    read();
+    EXPECT_EQ(bench->program.image.Byte(0), 0x41);
+    expectTold("Note: Read: all good; ");
+}
+
 TEST_F(FunctionDialog, KeepsTheKeyboardWhereItWasBeforeARun) {
     Use([&] {
         for (const char* name : {"cmdRun", "chkPM"}) {
