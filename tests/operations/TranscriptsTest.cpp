@@ -14,7 +14,17 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// A line's words, taken one by one.
+// The parts of a line, with " / " between them.
+Lines Parts(const std::string& line) {
+    Lines parts;
+    for (std::size_t begin = 0, end = 0; end != std::string::npos; begin = end + 3) {
+        end = line.find(" / ", begin);
+        parts.push_back(line.substr(begin, end - begin));
+    }
+    return parts;
+}
+
+// A part's words, taken one by one.
 struct Words {
     explicit Words(const std::string& line) : text(line) {}
 
@@ -45,8 +55,12 @@ class Transcript {
         while (next_ < lines_.size()) {
             const std::string& line = lines_[next_++];
             const testing::ScopedTrace trace("line", static_cast<int>(next_), line);
-            if (Words words(line); !line.empty() && !line.starts_with('#'))
+            if (line.empty() || line.starts_with('#'))
+                continue;
+            for (const std::string& part : Parts(line)) {
+                Words words(part);
                 Obey(words.Next(), words);
+            }
         }
     }
 
@@ -134,7 +148,8 @@ class Transcript {
     void Compare(Lines record) {
         Lines expected;
         for (; next_ < lines_.size() && lines_[next_].starts_with("  "); ++next_)
-            expected.push_back(WithImage(lines_[next_].substr(2)));
+            for (const std::string& part : Parts(lines_[next_].substr(2)))
+                expected.push_back(WithImage(part));
         if (!expected.empty() && expected.front() == "...") {
             const auto skipped =
                 std::max<std::ptrdiff_t>(std::ssize(record) - std::ssize(expected), 0);
