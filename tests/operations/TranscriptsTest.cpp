@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
 #include <sstream>
 
-#include "core/HexText.hpp"
+#include "core/TestFolder.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "support/FunctionBench.hpp"
 
@@ -13,16 +12,6 @@ namespace Tamber {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-// The parts of a line, with " / " between them.
-Lines Parts(const std::string& line) {
-    Lines parts;
-    for (std::size_t begin = 0, end = 0; end != std::string::npos; begin = end + 3) {
-        end = line.find(" / ", begin);
-        parts.push_back(line.substr(begin, end - begin));
-    }
-    return parts;
-}
 
 // A part's words, taken one by one.
 struct Words {
@@ -45,11 +34,7 @@ struct Words {
 // is described in tests/data/README.md.
 class Transcript {
   public:
-    explicit Transcript(const std::filesystem::path& file) {
-        std::ifstream text(file);
-        for (std::string line; std::getline(text, line);)
-            lines_.push_back(line);
-    }
+    explicit Transcript(const std::filesystem::path& file) : lines_(Split(FileText(file), "\n")) {}
 
     void Perform() {
         while (next_ < lines_.size()) {
@@ -57,7 +42,7 @@ class Transcript {
             const testing::ScopedTrace trace("line", static_cast<int>(next_), line);
             if (line.empty() || line.starts_with('#'))
                 continue;
-            for (const std::string& part : Parts(line)) {
+            for (const std::string& part : Split(line, " / ")) {
                 Words words(part);
                 Obey(words.Next(), words);
             }
@@ -148,7 +133,7 @@ class Transcript {
     void Compare(Lines record) {
         Lines expected;
         for (; next_ < lines_.size() && lines_[next_].starts_with("  "); ++next_)
-            for (const std::string& part : Parts(lines_[next_].substr(2)))
+            for (const std::string& part : Split(lines_[next_].substr(2), " / "))
                 expected.push_back(WithImage(part));
         if (!expected.empty() && expected.front() == "...") {
             const auto skipped =
