@@ -53,6 +53,7 @@ TEST(WellFormedFiles, NamesAreUtf8WhateverTheListsEncoding) {
           {"Ger\xE4t", "Ger\xC3\xA4t"},
           {"\xE2\x82\xAC \xF0\x9F\x94\x8C", "\xE2\x82\xAC \xF0\x9F\x94\x8C"},
           {"\xC0\xAF", "\xC3\x80\xC2\xAF"},
+          {"\xE0\x80\xAF", "\xC3\xA0\xC2\x80\xC2\xAF"},
           {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"}}) {
         folder.Write("tamber.dev", std::string(name) + ",7,1,0,0");
         EXPECT_EQ(DeviceCatalogue::Load(folder / "tamber.dev", 1)->Record(1).Name, expected);

@@ -43,6 +43,7 @@ TEST_F(BoardTest, AnswersAfterASilenceWhateverWasOnTheLine) {
 std::vector<std::int64_t> Arrivals(BoardLine& line, HandClock& clock, Bytes& replies) {
     std::vector<std::int64_t> times;
     while (const auto due = line.NextDue()) {
+        EXPECT_FALSE(line.HungUp());
         clock.now = std::max(clock.now, *due);
         line.Take(replies);
         times.resize(replies.size(), clock.now.count());
@@ -89,7 +90,7 @@ TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
 }
 
 TEST(DeviceFile, ARefusedOneChangesNothingAndBytesWithNoPlaceArePassedOver) {
-    const std::string start = ":020000040000FA\r\n:02000000abcd86\r\n";
+    const std::string start = ":02000000abcd86\r\n:020000040000FA\r\n";
     const std::string end = ":00000001FF\nnot looked at\n";
     DeviceMemory memory({7, 16, 0});
     EXPECT_FALSE(LoadDevice(start + ":020000040001F9\n" + end, memory));
