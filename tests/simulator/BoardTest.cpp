@@ -77,18 +77,6 @@ TEST_F(BoardTest, FaultsWithinKeepTheirTimeAndHangUpWaitsForTheWire) {
     EXPECT_EQ(faulty.NextDue(), std::nullopt);
 }
 
-TEST(DeviceFile, WhatIsSavedLoadsBackTheSame) {
-    for (const DeviceShape shape : {DeviceShape{7, 8192, 256}, DeviceShape{3, 13, 7}}) {
-        DeviceMemory memory(shape);
-        for (std::uint32_t address = 0; address < DeviceMemory::EndAddress; ++address)
-            memory.SetByte(address, static_cast<std::uint8_t>(address * 31 + address / 256));
-        DeviceMemory loaded(shape);
-        EXPECT_TRUE(LoadDevice(DeviceText(memory), loaded));
-        for (std::uint32_t address = 0; address < 0x10000; ++address)
-            ASSERT_EQ(loaded.ByteAt(address), memory.ByteAt(address)) << address;
-    }
-}
-
 TEST(DeviceFile, ARefusedOneChangesNothingAndBytesWithNoPlaceArePassedOver) {
     const std::string start = ":02000000abcd86\r\n:020000040000FA\r\n";
     const std::string end = ":00000001FF\nnot looked at\n";
