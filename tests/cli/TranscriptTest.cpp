@@ -12,14 +12,6 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-Lines LinesOf(const std::string& text) {
-    Lines lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 // In `expected`, a line "..." stands for any number of lines.
 bool Matches(std::span<const std::string> expected, std::span<const std::string> actual) {
     if (expected.empty())
@@ -43,7 +35,7 @@ class Transcript : public testing::TestWithParam<const char*> {
   protected:
     void Play(const std::string& file) {
         int number = 0;
-        for (const std::string& line : LinesOf(FileText(file)))
+        for (const std::string& line : Split(FileText(file), "\n"))
             Read(line, file + ":" + std::to_string(++number) + ": " + line);
         Finish();
     }
@@ -86,10 +78,8 @@ class Transcript : public testing::TestWithParam<const char*> {
     }
 
     // A marked line has several, with " / " between them.
-    static Lines Parts(std::string text) {
-        for (auto at = text.find(" / "); at != std::string::npos; at = text.find(" / "))
-            text.replace(at, 3, "\n");
-        return LinesOf(text + "\n");
+    static Lines Parts(const std::string& text) {
+        return text.empty() ? Lines{text} : Split(text, " / ");
     }
 
     static Lines WordsOf(const std::string& line) {
@@ -155,7 +145,7 @@ class Transcript : public testing::TestWithParam<const char*> {
                                    ? status + " after " + std::to_string(time) + " ms]"
                                    : status + "]");
         if (ran.Status == 0 || step.Marked.contains('!'))
-            Expect(step.Marked['!'], LinesOf(ran.Errors));
+            Expect(step.Marked['!'], Split(ran.Errors, "\n"));
         const Lines wire = bench_->Wire();
         EXPECT_TRUE(ran.Status != 2 || wire.empty()) << "A wrong command line reached the board.";
         if (step.Marked.contains('>'))
@@ -165,7 +155,7 @@ class Transcript : public testing::TestWithParam<const char*> {
             EXPECT_EQ(pointer + " " + JsonFact(ran.Out, pointer), fact);
         }
         if (step.Marked['@'].empty() && (ran.Status <= 2 || step.Marked.contains(' ')))
-            Expect(step.Marked[' '], LinesOf(ran.Out));
+            Expect(step.Marked[' '], Split(ran.Out, "\n"));
     }
 
     static void Expect(const Lines& expected, const Lines& actual) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -20,6 +21,17 @@ inline std::string FileText(const std::filesystem::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+/// The parts of a text that separators end; the last part needs none.
+inline std::vector<std::string> Split(const std::string& text, const std::string& separator) {
+    std::vector<std::string> parts;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const auto end = std::min(text.find(separator, begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + separator.size();
+    }
+    return parts;
+}
+
 /// The rows of a data folder's expected.txt, each taken apart at its bars. A file of the folder
 /// that has no row is a failure of the test.
 inline std::vector<std::vector<std::string>> Expectations(const std::filesystem::path& folder) {
@@ -28,13 +40,9 @@ inline std::vector<std::vector<std::string>> Expectations(const std::filesystem:
         if (entry.is_regular_file() && entry.path().filename() != "expected.txt")
             unlisted.insert(entry.path().filename());
     std::vector<std::vector<std::string>> rows;
-    std::istringstream text(FileText(folder / "expected.txt"));
-    for (std::string line; std::getline(text, line);) {
-        std::istringstream values(line);
-        auto& row = rows.emplace_back();
-        for (std::string value; std::getline(values, value, '|');)
-            row.push_back(value);
-        unlisted.erase(row.at(0));
+    for (const std::string& line : Split(FileText(folder / "expected.txt"), "\n")) {
+        rows.push_back(Split(line, "|"));
+        unlisted.erase(rows.back().at(0));
     }
     EXPECT_TRUE(unlisted.empty() && !rows.empty()) << folder << " " << *unlisted.begin();
     return rows;

@@ -53,6 +53,7 @@ TEST(WellFormedFiles, NamesAreUtf8WhateverTheListsEncoding) {
           {"Ger\xE4t", "Ger\xC3\xA4t"},
           {"\xE2\x82\xAC \xF0\x9F\x94\x8C", "\xE2\x82\xAC \xF0\x9F\x94\x8C"},
           {"\xC0\xAF", "\xC3\x80\xC2\xAF"},
+          {"\xE0\x80\xAF", "\xC3\xA0\xC2\x80\xC2\xAF"},
           {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"}}) {
         folder.Write("tamber.dev", std::string(name) + ",7,1,0,0");
         EXPECT_EQ(DeviceCatalogue::Load(folder / "tamber.dev", 1)->Record(1).Name, expected);
@@ -100,28 +101,37 @@ std::string Devices(int count) {
     return text;
 }
 
-// The file that start-up blames, "" for a start; whatever happens, nothing is written.
-std::string Blamed(const TestFolder& folder, modFunc& program) {
-    const auto before = folder.Files();
-    const auto started = StartUp(folder.Path(), program);
-    EXPECT_EQ(folder.Files(), before);
-    return started ? "" : fs::path(started.error().File).filename().string();
-}
+struct StartUpTest : testing::Test {
+    // The file that start-up blames, "" for a start; whatever happens, nothing is written.
+    std::string Blamed() {
+        const auto before = folder.Files();
+        const auto started = StartUp(folder.Path(), *program);
+        EXPECT_EQ(folder.Files(), before);
+        return started ? "" : fs::path(started.error().File).filename().string();
+    }
+    // What start-up says of a settings file that it cannot use, without the folder.
+    std::string SaidOf(const std::string& settings) {
+        folder.Write("tamber.cfg", settings);
+        return Describe(StartUp(folder.Path(), *program).error())
+            .substr(folder.Path().string().size());
+    }
 
-TEST(StartUp, ReadsSettingsThenDeviceListThenAutoSeriesAndStopsAtTheFirstFailure) {
     const TestFolder folder;
-    const auto program = std::make_unique<modFunc>();
-    EXPECT_EQ(Blamed(folder, *program), "tamber.cfg");
+    const std::unique_ptr<modFunc> program = std::make_unique<modFunc>();
+};
+
+TEST_F(StartUpTest, ReadsSettingsThenDeviceListThenAutoSeriesAndStopsAtTheFirstFailure) {
+    EXPECT_EQ(Blamed(), "tamber.cfg");
     folder.Write("auto.cfg", "not a series");
     folder.Write("tamber.dev", Devices(1));
     folder.Write("tamber.cfg", "1\r\n2\r\nx\r\n");
-    EXPECT_EQ(Blamed(folder, *program), "tamber.cfg");
+    EXPECT_EQ(Blamed(), "tamber.cfg");
     folder.Write("tamber.cfg", "1\r\n2\r\n1\r\n");
-    EXPECT_EQ(Blamed(folder, *program), "tamber.dev");
+    EXPECT_EQ(Blamed(), "tamber.dev");
     folder.Write("tamber.dev", Devices(3));
-    EXPECT_EQ(Blamed(folder, *program), "auto.cfg");
+    EXPECT_EQ(Blamed(), "auto.cfg");
     folder.Write("auto.cfg", "1\r\n4\r\n");
-    EXPECT_EQ(Blamed(folder, *program), "");
+    EXPECT_EQ(Blamed(), "");
 
     EXPECT_EQ(SelectedRecord(*program).Name, "Device 1");
     EXPECT_EQ(program->catalogue.Record(2).Name, "Device 2");
@@ -129,35 +139,27 @@ TEST(StartUp, ReadsSettingsThenDeviceListThenAutoSeriesAndStopsAtTheFirstFailure
     EXPECT_EQ(program->autoSequence.Entries[1], FunctionVerify);
 }
 
-TEST(StartUp, TheDeviceListMustExistAndMayHoldNoneToFiftyDevices) {
-    const TestFolder folder;
-    const auto program = std::make_unique<modFunc>();
+TEST_F(StartUpTest, TheDeviceListMustExistAndMayHoldNoneToFiftyDevices) {
     folder.Write("tamber.cfg", "2,0,0");
     folder.Write("auto.cfg", "0");
-    EXPECT_EQ(Blamed(folder, *program), "tamber.dev");
+    EXPECT_EQ(Blamed(), "tamber.dev");
     folder.Write("tamber.dev", "");
-    EXPECT_EQ(Blamed(folder, *program), "");
+    EXPECT_EQ(Blamed(), "");
 
     folder.Write("tamber.dev", Devices(51));
     folder.Write("tamber.cfg", "2,50,50");
-    EXPECT_EQ(Blamed(folder, *program), "");
+    EXPECT_EQ(Blamed(), "");
     EXPECT_EQ(SelectedRecord(*program).Name, "Device 50");
-    folder.Write("tamber.cfg", "2,51,50");
-    EXPECT_EQ(Describe(StartUp(folder.Path(), *program).error()),
-              (folder / "tamber.dev").string() +
-                  "\nFound: 51 devices asked for by the settings\nExpected: at most 50 devices\n"
-                  "Correct the device count, the second value of the settings file, and start "
-                  "Tamber again.");
-    folder.Write("tamber.cfg", "1, COM2");
-    EXPECT_EQ(Describe(StartUp(folder.Path(), *program).error()),
-              (folder / "tamber.cfg").string() +
-                  ", line 1, field 2\nFound: \"COM2\"\n"
-                  "Expected: the device count, a whole number from -32768 to 32767\n"
-                  "Correct the file and start Tamber again.");
+    EXPECT_EQ(SaidOf("2,51,50"),
+              "/tamber.dev\nFound: 51 devices asked for by the settings\nExpected: at most 50 "
+              "devices\nCorrect the device count, the second value of the settings file, and start "
+              "Tamber again.");
+    EXPECT_EQ(SaidOf("1, COM2"),
+              "/tamber.cfg, line 1, field 2\nFound: \"COM2\"\nExpected: the device count, a whole "
+              "number from -32768 to 32767\nCorrect the file and start Tamber again.");
 }
 
-TEST(StartUp, TheDataFilesThatComeWithTheProgramFitTheImage) {
-    const auto program = std::make_unique<modFunc>();
+TEST_F(StartUpTest, TheDataFilesThatComeWithTheProgramFitTheImage) {
     const auto started = StartUp(SAMPLE_DATA, *program);
     ASSERT_TRUE(started) << Describe(started.error());
     std::set<std::string> names;

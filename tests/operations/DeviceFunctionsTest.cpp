@@ -20,40 +20,44 @@ int SocketByte(FunctionBench& bench, int index) {
     return bench.Socket().ByteAt(static_cast<std::uint32_t>(index));
 }
 
+// After a Read, what `read` names is in the image as in the device, and the rest is blank as
+// before.
+template <typename Read>
+void ExpectRead(FunctionBench& bench, const Regions& ticked, const Read& read) {
+    FillSocket(bench);
+    const MemoryImage blank = bench.image;
+    bench.Run(FunctionRead, ticked);
+    for (int index = 0; index < MemoryImage::Size; ++index)
+        ASSERT_EQ(bench.image.Byte(index),
+                  read(index) ? SocketByte(bench, index) : blank.Byte(index))
+            << index;
+}
+
 TEST(ReadDevice, EveryTickedRegionAndNothingElseReachesTheImage) {
     for (int ticked = 0; ticked < 16; ++ticked) {
+        SCOPED_TRACE(ticked);
         const Regions regions{(ticked & 1) != 0, (ticked & 2) != 0, (ticked & 4) != 0,
                               (ticked & 8) != 0};
         FunctionBench bench({"small", 7, 16, 16, 1});
-        FillSocket(bench);
-        const MemoryImage blank = bench.image;
-        bench.Run(FunctionRead, regions);
-        for (int index = 0; index < MemoryImage::Size; ++index) {
-            const bool read = (regions.ProgramMemory && index < 32) ||
-                              (regions.Eeprom && index >= 0x4200 && index < 0x4220) ||
-                              (regions.IdLocations && index >= 0x4000 && index < 0x4008) ||
-                              (regions.ConfigurationWord && (index == 0x400E || index == 0x400F));
-            ASSERT_EQ(bench.image.Byte(index), read ? SocketByte(bench, index) : blank.Byte(index))
-                << index << " ticked " << ticked;
-        }
+        ExpectRead(bench, regions, [&](int index) {
+            return (regions.ProgramMemory && index < 32) ||
+                   (regions.Eeprom && index >= 0x4200 && index < 0x4220) ||
+                   (regions.IdLocations && index >= 0x4000 && index < 0x4008) ||
+                   (regions.ConfigurationWord && (index == 0x400E || index == 0x400F));
+        });
     }
 }
 
 TEST(ReadDevice, RepliesOfEveryLengthLeaveTheRestOfTheImageAlone) {
-    for (int promised = 0; promised < 256; ++promised)
-        for (const std::size_t came : {17U, 18U, 64U, 300U}) {
+    for (int promised = 0; promised < 256; promised += promised < 18 ? 1 : 79)
+        for (const std::size_t came : {17U, 18U, 300U}) {
+            SCOPED_TRACE(std::to_string(promised) + " " + std::to_string(came));
             Simulator::FaultPlan faults;
             faults.AlteredByte = {1, 0, static_cast<std::uint8_t>(promised)};
             faults.ReplyLength = {1, came};
             FunctionBench bench({"one block", 7, 8, 0, 1}, faults);
-            FillSocket(bench);
-            bench.Run(FunctionRead, {true, false, false, false});
-            const int stored = std::clamp(promised - 1, 0, 16);
-            for (int index = 0; index < 32; ++index)
-                ASSERT_EQ(bench.image.Byte(index), index < stored   ? SocketByte(bench, index)
-                                                   : index % 2 == 0 ? 0xFF
-                                                                    : 0x3F)
-                    << promised << " " << came << " " << index;
+            ExpectRead(bench, {true, false, false, false},
+                       [&](int index) { return index < std::clamp(promised - 1, 0, 16); });
         }
 }
 

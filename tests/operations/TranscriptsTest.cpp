@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
 #include <sstream>
 
-#include "core/HexText.hpp"
+#include "core/TestFolder.hpp"
 #include "operations/DeviceFunctions.hpp"
 #include "support/FunctionBench.hpp"
 
@@ -14,7 +13,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// A line's words, taken one by one.
+// A part's words, taken one by one.
 struct Words {
     explicit Words(const std::string& line) : text(line) {}
 
@@ -35,18 +34,18 @@ struct Words {
 // is described in tests/data/README.md.
 class Transcript {
   public:
-    explicit Transcript(const std::filesystem::path& file) {
-        std::ifstream text(file);
-        for (std::string line; std::getline(text, line);)
-            lines_.push_back(line);
-    }
+    explicit Transcript(const std::filesystem::path& file) : lines_(Split(FileText(file), "\n")) {}
 
     void Perform() {
         while (next_ < lines_.size()) {
             const std::string& line = lines_[next_++];
             const testing::ScopedTrace trace("line", static_cast<int>(next_), line);
-            if (Words words(line); !line.empty() && !line.starts_with('#'))
+            if (line.empty() || line.starts_with('#'))
+                continue;
+            for (const std::string& part : Split(line, " / ")) {
+                Words words(part);
                 Obey(words.Next(), words);
+            }
         }
     }
 
@@ -134,7 +133,8 @@ class Transcript {
     void Compare(Lines record) {
         Lines expected;
         for (; next_ < lines_.size() && lines_[next_].starts_with("  "); ++next_)
-            expected.push_back(WithImage(lines_[next_].substr(2)));
+            for (const std::string& part : Split(lines_[next_].substr(2), " / "))
+                expected.push_back(WithImage(part));
         if (!expected.empty() && expected.front() == "...") {
             const auto skipped =
                 std::max<std::ptrdiff_t>(std::ssize(record) - std::ssize(expected), 0);

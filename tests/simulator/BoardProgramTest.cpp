@@ -140,6 +140,8 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         {{"--replay", "trace.txt", "--delay", "1"}, 2, "--replay"},
         {{"--replay", "trace.txt", "--save", "x"}, 2, "--replay"},
         {{"--type", "0"}, 2, "--type 0 is not valid: Device type in the socket, 1 to 26"},
+        {{"--words", "8193"}, 2, "--words 8193 is not valid"},
+        {{"--name", "TAMBER"}, 2, "--name TAMBER is not valid"},
         {{"--link", ""}, 2, "--link"},
         {{"--help"}, 0, "--hang-up-in-reply K"},
     };

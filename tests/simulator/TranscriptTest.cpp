@@ -44,6 +44,7 @@ std::string Received(BoardLine& board, HandClock& clock,
         for (const std::uint8_t& byte : exchange.Frame)
             board.Receive({&byte, 1});
         while (const auto due = board.NextDue()) {
+            EXPECT_FALSE(board.HungUp());
             clock.now = std::max(clock.now, *due);
             const Bytes reply = Ask(board, {});
             lines += TraceLine(clock.now, '<', reply, "\n");
@@ -84,7 +85,7 @@ TEST(Transcripts, BoardsAnswerAndTraceAsWrittenAndReplaysAnswerTheSame) {
 TEST(ReadTrace, ReportsTheLineThatIsWrong) {
     for (const std::string line :
          {"nonsense", "1.000000 > 01 54", "1.0 > 01 ; time", "1.000000 ? 01 ; mark",
-          "1.000000 > 1 ; byte", "1.000000 > 0G ; byte", "-1.000000 > 01 ; time",
+          "1.000000 > 012 ; byte", "1.000000 > 0G ; byte", "-1.000000 > 01 ; time",
           "1.000000 >> 01 ; mark", "1.0000000 > 01 ; time", "9999999999.000000 > 01 ; time"}) {
         const auto exchanges = ReadTrace("0.000000 > 01 54 ; identify\n" + line + "\n");
         ASSERT_FALSE(exchanges) << line;

@@ -17,67 +17,23 @@ Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
 
 }  // namespace
 
-bool RecordingDisplay::In(std::initializer_list<Stage> stages) const {
-    return std::ranges::find(stages, stage_) != stages.end();
-}
-
-void RecordingDisplay::RunBegins() {
-    EXPECT_TRUE(In({Stage::Idle}));
-    stage_ = Stage::Begun;
-}
-
-void RecordingDisplay::RunEnds() {
-    EXPECT_FALSE(In({Stage::Idle, Stage::Begun}));
-    stage_ = Stage::Idle;
-}
-
-void RecordingDisplay::FunctionBegins(FunctionCode function) {
-    EXPECT_TRUE(In({Stage::Cleared}));
-    stage_ = Stage::Function;
-    function_ = function;
-}
-
-void RecordingDisplay::LinesCleared() {
-    EXPECT_FALSE(In({Stage::Idle, Stage::Line}));
-    stage_ = Stage::Cleared;
-    line_ = 0;
-    record_.push_back("cleared");
-}
-
 void RecordingDisplay::LineBegins(int line, const std::string& text) {
-    EXPECT_TRUE(In({Stage::Function}));
-    EXPECT_TRUE(line >= line_ && line < FunctionRun::MessageLines);
-    stage_ = Stage::Line;
-    line_ = line;
+    EXPECT_LT(line, FunctionRun::MessageLines);
     record_.push_back("line " + std::to_string(line) + " " + text);
 }
 
 void RecordingDisplay::LineEnds(int line, const std::string& text, const RegionResult& result) {
-    EXPECT_TRUE(In({Stage::Function, Stage::Line}));
-    EXPECT_TRUE(line >= line_ && line < FunctionRun::MessageLines);
+    EXPECT_LT(line, FunctionRun::MessageLines);
     EXPECT_EQ(result.Function, function_);
     EXPECT_EQ(result.Outcome == RegionOutcome::Good, text.ends_with(OkText));
     EXPECT_EQ(result.Outcome == RegionOutcome::DeviceFault, text.ends_with(DeviceFaultText));
-    stage_ = Stage::Function;
-    line_ = line;
     record_.push_back("end " + std::to_string(line) + " " + text);
     if (result.Finding.Expected && result.Finding.Found)
         record_.back() +=
             " [" + HexWord(*result.Finding.Expected) + " " + HexWord(*result.Finding.Found) + "]";
 }
 
-void RecordingDisplay::ProgressMoves(std::int16_t percent) {
-    record_.push_back("progress " + std::to_string(percent));
-}
-
-void RecordingDisplay::ReadCompletes() {
-    EXPECT_TRUE(In({Stage::Function}));
-    stage_ = Stage::ReadComplete;
-    record_.push_back("closes");
-}
-
 void RecordingDisplay::ImageChanged(const Regions& regions) {
-    EXPECT_TRUE(In({Stage::ReadComplete}));
     record_.push_back(std::string("views") + (regions.ProgramMemory ? " PM" : "") +
                       (regions.Eeprom ? " EM" : "") + (regions.IdLocations ? " ID" : "") +
                       (regions.ConfigurationWord ? " CW" : ""));

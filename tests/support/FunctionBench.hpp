@@ -10,34 +10,28 @@
 namespace Tamber {
 
 /// Writes what a device function shows into the desktop's record: "line 0 ...", "end 0 ...",
-/// "progress 50", "cleared", "closes", "views PM EM ID CW". Expects that the events of a run come
-/// in the order that FunctionDisplay promises, and that a line's text and its result agree.
+/// "progress 50", "cleared", "closes", "views PM EM ID CW". Expects that a line's text and its
+/// result agree.
 class RecordingDisplay : public FunctionDisplay {
   public:
     explicit RecordingDisplay(std::vector<std::string>& record) : record_(record) {}
 
-    void RunBegins() override;
-    void RunEnds() override;
-    void FunctionBegins(FunctionCode function) override;
-    void LinesCleared() override;
+    void FunctionBegins(FunctionCode function) override { function_ = function; }
+    void LinesCleared() override { record_.push_back("cleared"); }
     void LineBegins(int line, const std::string& text) override;
     void LineEnds(int line, const std::string& text, const RegionResult& result) override;
-    void ProgressMoves(std::int16_t percent) override;
-    void ReadCompletes() override;
+    void ProgressMoves(std::int16_t percent) override {
+        record_.push_back("progress " + std::to_string(percent));
+    }
+    void ReadCompletes() override { record_.push_back("closes"); }
     void ImageChanged(const Regions& regions) override;
     bool StopRequested() override { return looksBeforeStop == 0 || --looksBeforeStop == 0; }
 
     int looksBeforeStop = -1;  ///< how often the run may ask whether to go on; below 0: for ever
 
   private:
-    enum class Stage { Idle, Begun, Cleared, Function, Line, ReadComplete };
-
-    bool In(std::initializer_list<Stage> stages) const;
-
     std::vector<std::string>& record_;
-    Stage stage_ = Stage::Idle;
-    int line_ = 0;
-    FunctionCode function_ = FunctionRead;
+    FunctionCode function_ = FunctionAuto;  // none yet
 };
 
 /// A device in a simulated board, a host image, and everything between them, on the fake clock.
