@@ -77,6 +77,35 @@ TEST_F(ProgrammerLinkTest, ReplyThatIsThereBeatsTheTickAndAPartOfOneDoesNot) {
     }
 }
 
+TEST_F(ProgrammerLinkTest, RepliesOutOfStepAreFoundAndKept) {
+    const auto found = [&] {
+        const auto finding = link.TakeFinding();
+        return finding ? Describe(*finding) : "";
+    };
+    const auto reply = [](int count) {
+        std::vector<std::uint8_t> bytes = Bytes(count);
+        bytes[0] = 17;
+        return bytes;
+    };
+    Comes(1ms, reply(17));
+    EXPECT_TRUE(link.RequestBlock(0));
+    link.EndRead();
+    EXPECT_EQ(found(), "");
+    Comes(1ms, reply(20));
+    EXPECT_TRUE(link.RequestBlock(0));
+    EXPECT_EQ(found(), "3 bytes came that nobody asked for");
+    Comes(1ms, Bytes(17));
+    EXPECT_TRUE(link.RequestBlock(0));
+    EXPECT_EQ(found(), "a reply of 17 bytes says that it has 85");
+    desktop.received = {0};
+    link.BeginWrite();
+    EXPECT_EQ(found(), "1 byte came that nobody asked for");
+    EXPECT_EQ(desktop.received.size(), 1U) << "nothing is dropped";
+    link.EmptyLine();
+    link.FindLeftOver();
+    EXPECT_EQ(found(), "");
+}
+
 TEST_F(ProgrammerLinkTest, IdentificationTakesTheWholePeriodAndExactlyTenBytes) {
     for (const int count : {0, 9, 10, 11}) {
         desktop.received.clear();
