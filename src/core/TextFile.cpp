@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <system_error>
@@ -12,6 +13,9 @@
 #ifdef _WIN32
 #include <io.h>
 #else
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #endif
 
@@ -111,7 +115,7 @@ Done WriteWhole(FileHandle file, std::string_view text) {
 Done WriteInPlace(const std::filesystem::path& target, std::string_view text, bool there) {
     const auto old = there ? ReadTextFile(target, std::numeric_limits<std::size_t>::max())
                            : tl::expected<std::string, std::string>();
-    const Done written = WriteWhole(Open(target, "wb"), text);
+    Done written = WriteWhole(Open(target, "wb"), text);
     std::error_code ignored;
     if (!written && !there)
         std::filesystem::remove(target, ignored);
@@ -120,20 +124,61 @@ Done WriteInPlace(const std::filesystem::path& target, std::string_view text, bo
     return written;
 }
 
+// Gives `beside` what `target`, which it is to replace, has besides its text: owner, permissions
+// and extended attributes, as far as the system lets it. The text comes after that, so that nobody
+// reads it who could not read the old one.
+void TakeOver([[maybe_unused]] const std::filesystem::path& target,
+              [[maybe_unused]] const std::filesystem::path& beside) {
+#ifndef _WIN32
+    struct stat old {};
+    if (stat(target.c_str(), &old) != 0)
+        return;
+    if (chown(beside.c_str(), old.st_uid, old.st_gid) != 0)
+        (void)!chown(beside.c_str(), static_cast<uid_t>(-1), old.st_gid);
+    (void)!chmod(beside.c_str(), old.st_mode & 07777U);
+#ifdef __linux__
+    char names[4096];
+    const ssize_t length = listxattr(target.c_str(), names, sizeof names);
+    for (const char* name = names; name < names + length; name += std::strlen(name) + 1) {
+        char value[4096];
+        if (const ssize_t size = getxattr(target.c_str(), name, value, sizeof value); size >= 0)
+            (void)setxattr(beside.c_str(), name, value, static_cast<std::size_t>(size), 0);
+    }
+#endif
+#endif
+}
+
+// A new name survives a power failure only once its folder is on the disk.
+void ForceFolderToDisk([[maybe_unused]] const std::filesystem::path& target) {
+#ifndef _WIN32
+    const std::filesystem::path folder = target.parent_path();
+    const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (handle < 0)
+        return;
+    fsync(handle);
+    close(handle);
+#endif
+}
+
 Done WriteBeside(FileHandle file, const std::filesystem::path& beside,
-                 const std::filesystem::path& target, std::string_view text,
-                 std::filesystem::perms permissions) {
+                 const std::filesystem::path& target, std::string_view text) {
+    TakeOver(target, beside);
     std::error_code error;
     Done written = WriteWhole(std::move(file), text);
-    if (written && permissions != std::filesystem::perms::unknown)
-        std::filesystem::permissions(beside, permissions, error);
     if (written)
         std::filesystem::rename(beside, target, error);
     if (written && error)
         written = tl::unexpected(error.message());
-    if (!written)
+    if (written)
+        ForceFolderToDisk(target);
+    else
         std::filesystem::remove(beside, error);
     return written;
+}
+
+// A file that is written in place is lost when there is no room, and a full folder has none.
+bool FolderCannotBeWritten(int reason) {
+    return reason == EACCES || reason == EPERM || reason == EROFS || reason == ENAMETOOLONG;
 }
 
 }  // namespace
@@ -187,14 +232,15 @@ Done ReplaceTextFile(const std::filesystem::path& path, std::string_view text) {
         return checked;
     const std::filesystem::path target = LinkTarget(path);
     std::error_code error;
-    const auto before = std::filesystem::status(target, error);
-    const bool there = std::filesystem::exists(before);
+    const bool there = std::filesystem::exists(target, error);
     const bool otherNames = there && std::filesystem::hard_link_count(target, error) > 1;
     std::filesystem::path beside;
     FileHandle file = otherNames ? FileHandle() : CreateBeside(target, beside);
-    if (!file)
-        return WriteInPlace(target, text, there);
-    return WriteBeside(std::move(file), beside, target, text, before.permissions());
+    if (file)
+        return WriteBeside(std::move(file), beside, target, text);
+    if (!otherNames && !FolderCannotBeWritten(errno))
+        return tl::unexpected(LastReason());
+    return WriteInPlace(target, text, there);
 }
 
 }  // namespace Tamber

@@ -18,8 +18,9 @@ namespace Tamber {
 /// disk and then renamed over it. Where no file can be made beside it, and where it has several
 /// names (hard links), which all keep the text, it is written in place; such a write is not safe
 /// against a power failure. A link is followed and stays a link; the permissions of a file that was
-/// there are kept, and one that may not be written is not replaced. The failure is the operating
-/// system's reason, or a sentence of our own for what is not a file.
+/// there are kept, owner and extended attributes where the system allows it, and one that may not
+/// be written is not replaced. The failure is the operating system's reason, or a sentence of our
+/// own for what is not a file.
 [[nodiscard]] tl::expected<void, std::string> ReplaceTextFile(const std::filesystem::path& path,
                                                               std::string_view text);
 

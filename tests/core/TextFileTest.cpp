@@ -1,4 +1,7 @@
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -23,12 +26,20 @@ TEST(TextFile, ReadingSaysWhyItFailed) {
         EXPECT_EQ(ReadTextFile(waiting).error(), "Not a regular file");
 }
 
-TEST(TextFile, ReplacingKeepsPermissionsAndLeavesNothingBeside) {
+TEST(TextFile, ReplacingKeepsOwnerPermissionsAndAttributesAndLeavesNothingBeside) {
     const TestFolder folder;
     EXPECT_TRUE(ReplaceTextFile(folder / "file", "first, and longer"));
     const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read;
     fs::permissions(folder / "file", mode);
+    const std::string path = folder / "file";
+    const bool marked = setxattr(path.c_str(), "user.note", "mine", 4, 0) == 0;
+    const bool given = chown(path.c_str(), 4321, 1234) == 0;
     EXPECT_TRUE(ReplaceTextFile(folder / "file", "second"));
+    char note[9] = "";
+    EXPECT_TRUE(!marked || getxattr(path.c_str(), "user.note", note, 8) == 4);
+    struct stat now {};
+    EXPECT_EQ(stat(path.c_str(), &now), 0);
+    EXPECT_TRUE(!given || (now.st_uid == 4321 && now.st_gid == 1234));
     EXPECT_EQ(folder.Files(), (Files{{"file", "second"}}));
     EXPECT_EQ(fs::status(folder / "file").permissions(), mode);
 }
