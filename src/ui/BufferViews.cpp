@@ -40,6 +40,9 @@ void BufferViews::Open(QPointer<QMdiSubWindow>& view, BufferForm* form) {
     form->ShowLetters(letters_);
     form->Body().setContextMenuPolicy(Qt::ActionsContextMenu);
     form->Body().addActions(letterActions_);
+    // What is dropped on a view is the main window's.
+    for (QWidget* part : form->findChildren<QWidget*>())
+        part->setAcceptDrops(false);
     view->setWidget(form);
     view->setAttribute(Qt::WA_DeleteOnClose);
     area_.addSubWindow(view);

@@ -137,12 +137,13 @@ TEST_F(MainWindow, LoadsADroppedHexFileAndRefusesWhatElseIsDropped) {
         for (const QByteArray& name : names)
             urls.append(QUrl::fromEncoded(name));
         dropped.setUrls(urls);
-        QDragEnterEvent enter({9, 9}, Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
+        const QPoint onDump = Dump()->mapTo(window.get(), QPoint(50, 50));
+        QDragEnterEvent enter(onDump, Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
                               Qt::NoModifier);
-        QApplication::sendEvent(Dump()->viewport(), &enter);
-        QDropEvent event(QPointF(9, 9), Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
+        QApplication::sendEvent(window->windowHandle(), &enter);
+        QDropEvent event(onDump, Qt::MoveAction | Qt::CopyAction, &dropped, Qt::LeftButton,
                          Qt::NoModifier);
-        QApplication::sendEvent(Dump()->viewport(), &event);
+        QApplication::sendEvent(window->windowHandle(), &event);
         EXPECT_EQ(enter.isAccepted() && enter.dropAction() == Qt::CopyAction,
                   !QApplication::activeModalWidget());
         Settle();
