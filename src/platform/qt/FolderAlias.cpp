@@ -25,7 +25,7 @@ QString FolderAlias::Name() const {
 }
 
 std::filesystem::path FolderAlias::Real(const QString& found) const {
-    const std::filesystem::path path = FromQt(found);
+    std::filesystem::path path = FromQt(found);
     const auto [alias, rest] = std::ranges::mismatch(name_, path);
     if (!linkFolder_ || alias != name_.end())
         return path;
