@@ -67,6 +67,8 @@ Outcome OpenFolder(Context& context) {
                             : LoadSettings(SettingsFile(program)).map([&](const Settings& read) {
                                   program.settings = read;
                               });
+    if (program.factsFailure)
+        context.Screen.Complain("tamber-cli: " + Describe(*program.factsFailure));
     return opened.map_error([](const FileFailure& failure) {
         return Failure{ExitStatus::FileUnusable, Describe(failure)};
     });
