@@ -2,7 +2,7 @@
 
 _tamber_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-    local commands='identify devices ports read program verify erase blank auto inspect'
+    local commands='identify devices ports read program verify erase blank auto inspect convert'
     local options='-C --device --port --only --simulate --socket --trace --json --quiet --help
         --version'
     local command='' folder=. word index
@@ -48,11 +48,16 @@ _tamber_cli() {
     esac
 
     if [[ $current == -* ]]; then
-        [[ $command == ports ]] && options+=' --set'
+        case $command in
+            ports) options+=' --set' ;;
+            program | verify | auto) options+=' --force --as-is' ;;
+            convert) options+=' --force' ;;
+            inspect) options+=' --strict' ;;
+        esac
         COMPREPLY=($(compgen -W "$options" -- "$current"))
     elif [[ -z $command ]]; then
         COMPREPLY=($(compgen -W "$commands" -- "$current"))
-    elif [[ " read program verify auto inspect " == *" $command "* ]]; then
+    elif [[ " read program verify auto inspect convert " == *" $command "* ]]; then
         IFS=$'\n'
         COMPREPLY=($(compgen -f -X '!*.[hH][eE][xX]' -- "$current") $(compgen -d -- "$current"))
         compopt -o filenames 2>/dev/null

@@ -50,6 +50,7 @@ CommandForm FunctionForm(FunctionCode code, const char* meaning, Outcome (*carry
             .Carry = carry,
             .File = file,
             .FileName = fileName,
+            .RefusesFiles = file != FileUse::None && code != FunctionRead,
             .Function = code};
 }
 
@@ -170,7 +171,15 @@ std::span<const CommandForm> CommandForms() {
                     .Meaning = "Look through a HEX file; no board is needed",
                     .Carry = InspectFile,
                     .File = FileUse::Required,
-                    .FileName = "IN.hex"},
+                    .FileName = "IN.hex",
+                    .Strict = true},
+        CommandForm{.Name = "convert",
+                    .Meaning = "Write a HEX file anew, each word where the device's image has it",
+                    .Carry = ConvertFile,
+                    .File = FileUse::Required,
+                    .FileName = "IN.hex",
+                    .RefusesFiles = true,
+                    .OutputName = "OUT.hex"},
     };
     return forms;
 }

@@ -59,7 +59,8 @@ int WordAt(const MemoryImage& image, int address) {
 
 }  // namespace
 
-Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device) {
+Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device,
+                     const DeviceFact& fact) {
     const MemoryImage& image = inspection.Image;
     Json facts{{"lines", inspection.Lines},
                {"dataRecords", inspection.DataRecords},
@@ -75,7 +76,8 @@ Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device
     if (inspection.Use(HexPlace::ConfigurationWord))
         facts["configurationWord"] = WordAt(image, MemoryImage::ConfigurationWord);
     if (inspection.Use(HexPlace::AssemblerConfigurationWord))
-        facts["assemblerConfigurationWord"] = WordAt(image, AssemblerConfigurationAddress);
+        facts["assemblerConfigurationWord"] =
+            WordAt(image, AssemblerConfigurationAddress(device, fact));
 
     const auto list = [&](const std::string& name, Kind first, Kind last, auto factsOf) {
         facts[name + "Total"] = inspection.Findings.Total(first, last);

@@ -8,6 +8,7 @@
 #include <tl/expected.hpp>
 #include <vector>
 
+#include "core/DeviceCatalogue.hpp"
 #include "core/FileFailure.hpp"
 
 namespace Tamber {
@@ -32,6 +33,12 @@ struct DeviceFact {
 
     bool operator==(const DeviceFact&) const = default;
 };
+
+/// Whether a last program word can be one that the factory wrote: MOVLW k (0C00-0CFF) in 12 bits,
+/// RETLW k (3400-34FF) in 14.
+constexpr bool IsCalibrationWord(int word, std::int16_t typeCode) {
+    return word >> 8 == (HasTwelveBitWords(typeCode) ? 0x0C : 0x34);
+}
 
 /// The facts about devices, read once at start-up from a file that need not be there.
 class DeviceFacts {
