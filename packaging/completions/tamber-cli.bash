@@ -12,7 +12,7 @@ _tamber_cli() {
         word=${COMP_WORDS[index]}
         case $word in
             -C) folder=${COMP_WORDS[index + 1]}; ((index++)) ;;
-            --device | --port | --only | --socket | --trace | --set) ((index++)) ;;
+            --device | --port | --only | --socket | --trace | --set | --calibration) ((index++)) ;;
             -*) ;;
             *) [[ -z $command && " $commands " == *" $word "* ]] && command=$word ;;
         esac
@@ -41,6 +41,9 @@ _tamber_cli() {
         --socket | --trace)
             compopt -o default 2>/dev/null
             return ;;
+        --calibration)
+            COMPREPLY=($(compgen -W 'keep file drop' -- "$current"))
+            return ;;
         --set)
             COMPREPLY=($(compgen -W '1= 2= 3= 4=' -- "$current"))
             compopt -o nospace 2>/dev/null
@@ -50,7 +53,9 @@ _tamber_cli() {
     if [[ $current == -* ]]; then
         case $command in
             ports) options+=' --set' ;;
-            program | verify | auto) options+=' --force --as-is' ;;
+            program | auto) options+=' --force --as-is --calibration' ;;
+            verify) options+=' --force --as-is' ;;
+            erase) options+=' --calibration' ;;
             convert) options+=' --force' ;;
             inspect) options+=' --strict' ;;
         esac

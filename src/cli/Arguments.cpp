@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <sstream>
 
 #include "cli/Commands.hpp"
@@ -75,6 +76,8 @@ class CommandLine {
             arguments_.Only = RegionsFrom(only_);
         if (!set_.empty())
             arguments_.Setting = SettingFrom(set_);
+        if (!calibration_.empty())
+            TakeCalibration(calibration_);
         CheckCombinations();
         return arguments_;
     }
@@ -144,11 +147,33 @@ class CommandLine {
             command.add_flag("--as-is", arguments_.AsIs,
                              "Leave configuration word and IDs of 12-bit devices in the file's "
                              "places");
+        if (form.KeepsCalibration)
+            Add(command, "--calibration", calibration_,
+                "What becomes of a calibration word: keep (the default), file, drop, or a word to "
+                "write, hexadecimal",
+                "USE");
         if (form.Strict)
             command.add_flag("--strict", arguments_.Strict,
                              "Fail when a line is malformed or the file is not for the device");
         if (form.SetsPorts)
             Add(command, "--set", set_, "Make COMn of the working folder stand for PATH", "N=PATH");
+    }
+
+    void TakeCalibration(const std::string& text) {
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] =
+            std::from_chars(text.data(), end, arguments_.CalibrationWord, 16);
+        if (text == "keep")
+            arguments_.Calibration = CalibrationUse::Keep;
+        else if (text == "file")
+            arguments_.Calibration = CalibrationUse::File;
+        else if (text == "drop")
+            arguments_.Calibration = CalibrationUse::Drop;
+        else if (error == std::errc() && rest == end)
+            arguments_.Calibration = CalibrationUse::Given;
+        else
+            throw CLI::ValidationError(fmt::format(
+                "--calibration: \"{}\" is not keep, file, drop or a hexadecimal word", text));
     }
 
     void CheckCombinations() const {
@@ -167,6 +192,7 @@ class CommandLine {
     Arguments arguments_;
     std::string only_;
     std::string set_;
+    std::string calibration_;
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -19,6 +20,14 @@ struct PortSetting {
     std::filesystem::path Path;
 };
 
+/// What becomes of a calibration word.
+enum class CalibrationUse {
+    Keep,   ///< the file's, or else the device's
+    File,   ///< the file's or none
+    Drop,   ///< nobody looks at it
+    Given,  ///< the one on the command line
+};
+
 /// What the command line asks for.
 struct Arguments {
     const CommandForm* Command = nullptr;  ///< never null once parsed
@@ -35,6 +44,8 @@ struct Arguments {
     bool Force = false;                    ///< take a file that is not for the device
     bool AsIs = false;                     ///< leave the words of a file where they are
     bool Strict = false;  ///< end with a failure where anything is wrong with a file
+    CalibrationUse Calibration = CalibrationUse::Keep;
+    std::uint16_t CalibrationWord = 0;  ///< the one that is Given
     bool Json = false;
     bool Quiet = false;
 };

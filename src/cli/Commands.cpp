@@ -51,6 +51,8 @@ CommandForm FunctionForm(FunctionCode code, const char* meaning, Outcome (*carry
             .File = file,
             .FileName = fileName,
             .RefusesFiles = file != FileUse::None && code != FunctionRead,
+            .KeepsCalibration =
+                code == FunctionErase || code == FunctionProgram || code == FunctionAuto,
             .Function = code};
 }
 

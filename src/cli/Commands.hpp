@@ -27,10 +27,11 @@ struct CommandForm {
     const char* FileName = "";  ///< how the usage names the file
     FolderUse Folder = FolderUse::All;
     bool NeedsDevice = true;
-    bool SetsPorts = false;       ///< it has the option --set
-    bool RefusesFiles = false;    ///< it has --force, as it refuses a file for another device
-    bool Strict = false;          ///< it has --strict
-    const char* OutputName = "";  ///< how the usage names the file that it writes; empty: none
+    bool SetsPorts = false;         ///< it has the option --set
+    bool RefusesFiles = false;      ///< it has --force, as it refuses a file for another device
+    bool KeepsCalibration = false;  ///< it has --calibration
+    bool Strict = false;            ///< it has --strict
+    const char* OutputName = "";    ///< how the usage names the file that it writes; empty: none
     std::optional<FunctionCode> Function = {};  ///< what it has the board do
 };
 

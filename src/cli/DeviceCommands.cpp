@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/BoardSession.hpp"
+#include "cli/Calibration.hpp"
 #include "cli/Commands.hpp"
 #include "cli/Differences.hpp"
 #include "cli/HexInput.hpp"
@@ -43,10 +43,16 @@ Outcome RunFunction(Context& context) {
     const auto regions = ChooseRegions(context);
     if (!regions)
         return tl::unexpected(regions.error());
+    if (auto outcome = Calibration::Check(context); !outcome)
+        return outcome;
     BoardSession session(context);
     if (auto outcome = session.Open(); !outcome)
         return outcome;
-    const Outcome ran = RunAndCompare(context, session, *regions);
+    Calibration calibration(context, session);
+    const Outcome ran = calibration.Keep(*regions).and_then(
+        [&] { return calibration.GiveBack(*regions, RunAndCompare(context, session, *regions)); });
+    if (session.SparedAny())
+        context.Screen.Note("What the factory wrote is in the device and was left out.");
     const Outcome closed = session.Close();
     return ran ? closed : ran;
 }

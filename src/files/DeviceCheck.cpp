@@ -35,8 +35,6 @@ class Checker {
     }
     bool HoldsElsewhere(int address) const;
     void CheckUnimplementedBits(int address);
-    std::string BetterDevice(const DeviceRecord* named, const DeviceFacts& facts,
-                             const DeviceCatalogue& catalogue, int deviceCount) const;
 
     const HexInspection& inspection_;
     const DeviceRecord& device_;
@@ -162,24 +160,6 @@ void Checker::CheckOtherRecords() {
                              .Count = inspection_.LinesAfterEnd});
 }
 
-std::string Checker::BetterDevice(const DeviceRecord* named, const DeviceFacts& facts,
-                                  const DeviceCatalogue& catalogue, int deviceCount) const {
-    const auto fits = [&](const DeviceRecord& device) {
-        return Fits(inspection_, words_, device, facts.Of(device.Name));
-    };
-    if (named)
-        return named->Name != device_.Name && fits(*named) ? named->Name : "";
-    std::string better;
-    for (int slot = 1; slot <= deviceCount; ++slot) {
-        if (!fits(catalogue.Record(slot)))
-            continue;
-        if (!better.empty())
-            return "";
-        better = catalogue.Record(slot).Name;
-    }
-    return better;
-}
-
 void Checker::CheckComments(const DeviceFacts& facts, const DeviceCatalogue& catalogue,
                             int deviceCount) {
     const DeviceRecord* named = nullptr;
@@ -198,7 +178,12 @@ void Checker::CheckComments(const DeviceFacts& facts, const DeviceCatalogue& cat
     };
     if (inspection_.Moved || std::ranges::none_of(findings_, fitCouldHelp))
         return;
-    const std::string better = BetterDevice(named, facts, catalogue, deviceCount);
+    std::string better;
+    if (!named)
+        better = OnlyFitting(inspection_, words_, facts, catalogue, deviceCount);
+    else if (named->Name != device_.Name &&
+             Fits(inspection_, words_, *named, facts.Of(named->Name)))
+        better = named->Name;
     for (DeviceFinding& finding : findings_)
         if (fitCouldHelp(finding))
             finding.Better = better;

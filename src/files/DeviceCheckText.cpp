@@ -91,7 +91,7 @@ HexFindingWords CalibrationWords(const DeviceFinding& finding, const DeviceRecor
     return {finding.Line == 0 ? "The file has no calibration word, " + last + "."
                               : Place(finding) + Hex(finding.Value) +
                                     " is no calibration word and stands in " + last + ".",
-            "Keep the factory's: read the device before anything erases it."};
+            "Keep the one that the device has."};
 }
 
 HexFindingWords HarmfulWords(const DeviceFinding& finding, const DeviceRecord& device) {

@@ -67,6 +67,21 @@ bool Fits(const HexInspection& inspection, const std::vector<int>& words,
     });
 }
 
+std::string OnlyFitting(const HexInspection& inspection, const std::vector<int>& words,
+                        const DeviceFacts& facts, const DeviceCatalogue& catalogue,
+                        int deviceCount) {
+    std::string only;
+    for (int slot = 1; slot <= deviceCount; ++slot) {
+        const DeviceRecord& device = catalogue.Record(slot);
+        if (!Fits(inspection, words, device, facts.Of(device.Name)))
+            continue;
+        if (!only.empty())
+            return "";
+        only = device.Name;
+    }
+    return only;
+}
+
 const DeviceRecord* DeviceNamedBy(const HexComment& comment, const DeviceCatalogue& catalogue,
                                   int deviceCount) {
     for (int slot = 1; slot <= deviceCount; ++slot)

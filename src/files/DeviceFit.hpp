@@ -21,6 +21,11 @@ std::optional<DeviceFindingKind> MisfitOf(const HexInspection& inspection, int a
 bool Fits(const HexInspection& inspection, const std::vector<int>& words,
           const DeviceRecord& device, const DeviceFact& fact);
 
+/// The name of the only listed device that they fit; empty when there is none or several.
+std::string OnlyFitting(const HexInspection& inspection, const std::vector<int>& words,
+                        const DeviceFacts& facts, const DeviceCatalogue& catalogue,
+                        int deviceCount);
+
 /// The listed device whose name, in letters of either case, is a comment; null when none is.
 const DeviceRecord* DeviceNamedBy(const HexComment& comment, const DeviceCatalogue& catalogue,
                                   int deviceCount);

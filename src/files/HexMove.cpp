@@ -23,8 +23,7 @@ HexMove MoveToImagePlaces(const HexInspection& inspection, const DeviceRecord& d
     if (fact.FileConfiguration &&
         PlaceOf(word, device, fact) == HexPlace::AssemblerConfigurationWord &&
         MoveWord(inspection, word, to, image))
-        moved.ConfigurationWord =
-            static_cast<std::uint16_t>(image.Byte(to + 1) << 8 | image.Byte(to));
+        moved.ConfigurationWord = image.Word(to);
     const int ids = AssemblerIdAddress(device, fact);
     for (int offset = 0; fact.FileIds && offset < IdBytes; offset += 2)
         if (PlaceOf(ids + offset, device, fact) == HexPlace::AssemblerIdLocations)

@@ -179,7 +179,8 @@ TEST_P(Transcript, RunsAsItIsWritten) {
 
 INSTANTIATE_TEST_SUITE_P(Cli, Transcript,
                          testing::Values("commands", "usage", "failures", "ports", "verify",
-                                         "inspect", "replay", "interruptions", "fit"),
+                                         "inspect", "replay", "interruptions", "fit",
+                                         "calibration"),
                          [](const auto& name) { return std::string(name.param); });
 
 }  // namespace
