@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "core/FieldReader.hpp"
+#include "files/DeviceCheck.hpp"
 #include "files/HexFile.hpp"
-#include "files/HexInspect.hpp"
 
 namespace {
 
@@ -19,6 +19,15 @@ void Require(bool holds, const char* promise) {
         return;
     std::fprintf(stderr, "broken promise: %s\n", promise);
     std::abort();
+}
+
+void CheckFindings(const HexInspection& inspection, const DeviceRecord& device) {
+    for (const DeviceFinding& finding : CheckForDevice(inspection, device, {}, {}, 0)) {
+        const auto [cause, remedy] = WordsOf(finding, device);
+        Require(!cause.empty() && !remedy.empty(), "a finding has a cause and a remedy");
+        Require(finding.Count >= 1 && finding.Line <= inspection.Lines + inspection.LinesAfterEnd,
+                "it counts something, on a line of the file");
+    }
 }
 
 void ReadAsHexFile(std::string_view text) {
@@ -34,6 +43,7 @@ void ReadAsHexFile(std::string_view text) {
     MemoryImage image = BlankImage(device);
     CopyRecords(*records, image);
     Require(image == inspection.Image, "and on the image");
+    CheckFindings(inspection, device);
 
     for (std::size_t cut = text.size() % 7; cut < text.size(); cut += 1 + text.size() / 64) {
         const auto part = ReadHexRecords(text.substr(0, cut));

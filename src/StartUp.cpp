@@ -12,9 +12,23 @@ std::filesystem::path DeviceListFile(const modFunc& program) {
     return program.AppPath / "tamber.dev";
 }
 
+std::filesystem::path DeviceFactsFile(const modFunc& program) {
+    return program.AppPath / "tamber.inf";
+}
+
 std::filesystem::path AutoSequenceFile(const modFunc& program) {
     return program.AppPath / "auto.cfg";
 }
+
+namespace {
+
+void LoadFacts(modFunc& program) {
+    const auto facts = DeviceFacts::Load(DeviceFactsFile(program));
+    program.facts = facts.value_or(DeviceFacts());
+    program.factsFailure = facts ? std::nullopt : std::optional(facts.error());
+}
+
+}  // namespace
 
 tl::expected<void, FileFailure> StartUp(const std::filesystem::path& directory, modFunc& program) {
     program.AppPath = directory;
@@ -27,7 +41,10 @@ tl::expected<void, FileFailure> StartUp(const std::filesystem::path& directory, 
             program.catalogue = std::move(catalogue);
             return LoadAutoSequence(AutoSequenceFile(program));
         })
-        .map([&](const AutoSequence& series) { program.autoSequence = series; });
+        .map([&](const AutoSequence& series) {
+            program.autoSequence = series;
+            LoadFacts(program);
+        });
 }
 
 }  // namespace Tamber

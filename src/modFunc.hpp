@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
+#include "core/DeviceFacts.hpp"
 #include "core/MemoryImage.hpp"
 #include "core/Settings.hpp"
 #include "link/LinkState.hpp"
@@ -16,6 +18,8 @@ struct modFunc {
     std::filesystem::path AppPath;  ///< current directory at start-up; the data files lie there
     Settings settings;
     DeviceCatalogue catalogue;
+    DeviceFacts facts;
+    std::optional<FileFailure> factsFailure;  ///< why there are no facts though there is a file
     MemoryImage image;
     LinkState link;
     AutoSequence autoSequence;
@@ -25,6 +29,11 @@ struct modFunc {
 /// The record of the selected device; an empty one when none is selected.
 inline const DeviceRecord& SelectedRecord(const modFunc& program) {
     return program.catalogue.Record(program.settings.SelectedDevice);
+}
+
+/// What is known about it beyond that; nothing about an empty record.
+inline const DeviceFact& SelectedFact(const modFunc& program) {
+    return program.facts.Of(SelectedRecord(program).Name);
 }
 
 }  // namespace Tamber

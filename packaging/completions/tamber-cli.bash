@@ -2,7 +2,7 @@
 
 _tamber_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]}
-    local commands='identify devices ports read program verify erase blank auto inspect'
+    local commands='identify devices ports read program verify erase blank auto inspect convert'
     local options='-C --device --port --only --simulate --socket --trace --json --quiet --help
         --version'
     local command='' folder=. word index
@@ -12,7 +12,7 @@ _tamber_cli() {
         word=${COMP_WORDS[index]}
         case $word in
             -C) folder=${COMP_WORDS[index + 1]}; ((index++)) ;;
-            --device | --port | --only | --socket | --trace | --set) ((index++)) ;;
+            --device | --port | --only | --socket | --trace | --set | --calibration) ((index++)) ;;
             -*) ;;
             *) [[ -z $command && " $commands " == *" $word "* ]] && command=$word ;;
         esac
@@ -41,6 +41,9 @@ _tamber_cli() {
         --socket | --trace)
             compopt -o default 2>/dev/null
             return ;;
+        --calibration)
+            COMPREPLY=($(compgen -W 'keep file drop' -- "$current"))
+            return ;;
         --set)
             COMPREPLY=($(compgen -W '1= 2= 3= 4=' -- "$current"))
             compopt -o nospace 2>/dev/null
@@ -48,11 +51,18 @@ _tamber_cli() {
     esac
 
     if [[ $current == -* ]]; then
-        [[ $command == ports ]] && options+=' --set'
+        case $command in
+            ports) options+=' --set' ;;
+            program | auto) options+=' --force --as-is --calibration' ;;
+            verify) options+=' --force --as-is' ;;
+            erase) options+=' --calibration' ;;
+            convert) options+=' --force' ;;
+            inspect) options+=' --strict' ;;
+        esac
         COMPREPLY=($(compgen -W "$options" -- "$current"))
     elif [[ -z $command ]]; then
         COMPREPLY=($(compgen -W "$commands" -- "$current"))
-    elif [[ " read program verify auto inspect " == *" $command "* ]]; then
+    elif [[ " read program verify auto inspect convert " == *" $command "* ]]; then
         IFS=$'\n'
         COMPREPLY=($(compgen -f -X '!*.[hH][eE][xX]' -- "$current") $(compgen -d -- "$current"))
         compopt -o filenames 2>/dev/null

@@ -1,7 +1,7 @@
 # fish completion for tamber-cli
 
-set -l commands identify devices ports read program verify erase blank auto inspect
-set -l with_file read program verify auto inspect
+set -l commands identify devices ports read program verify erase blank auto inspect convert
+set -l with_file read program verify auto inspect convert
 
 function __tamber_cli_devices
     tamber-cli -q devices 2>/dev/null | string sub -s 3 | string replace -r ' .*' ''
@@ -18,7 +18,12 @@ complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a erase -
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a blank -d 'Check that the device is erased'
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a auto -d 'Run the Auto series'
 complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a inspect -d 'Look through a HEX file'
+complete -c tamber-cli -n "not __fish_seen_subcommand_from $commands" -a convert -d 'Write a HEX file anew'
 complete -c tamber-cli -n "__fish_seen_subcommand_from $with_file" -a '(__fish_complete_suffix .hex)'
+complete -c tamber-cli -n '__fish_seen_subcommand_from program verify auto convert' -l force -d 'Take a file that is not for the device'
+complete -c tamber-cli -n '__fish_seen_subcommand_from program verify auto' -l as-is -d 'Leave the words of a file where they are'
+complete -c tamber-cli -n '__fish_seen_subcommand_from erase program auto' -l calibration -x -a 'keep file drop' -d 'What becomes of a calibration word'
+complete -c tamber-cli -n '__fish_seen_subcommand_from inspect' -l strict -d 'Fail when anything is wrong with a file'
 complete -c tamber-cli -n '__fish_seen_subcommand_from ports' -l set -x -a '1= 2= 3= 4=' -d 'Make COMn stand for a path'
 
 complete -c tamber-cli -s C -x -a '(__fish_complete_directories)' -d 'Working folder'

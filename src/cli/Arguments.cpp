@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <sstream>
 
 #include "cli/Commands.hpp"
@@ -75,6 +76,8 @@ class CommandLine {
             arguments_.Only = RegionsFrom(only_);
         if (!set_.empty())
             arguments_.Setting = SettingFrom(set_);
+        if (!calibration_.empty())
+            TakeCalibration(calibration_);
         CheckCombinations();
         return arguments_;
     }
@@ -99,22 +102,29 @@ class CommandLine {
             throw CLI::ValidationError(fmt::format("There is no command \"{}\".", *word));
     }
 
+    // An option, or a file, with a value; an empty one would be taken for none at all.
+    template <typename Value>
+    static CLI::Option& Add(CLI::App& app, const char* name, Value& value, const char* meaning,
+                            const char* type) {
+        return *app.add_option(name, value, meaning)
+                    ->type_name(type)
+                    ->check(CLI::Validator(
+                        [](const std::string& text) {
+                            return text.empty() ? "must not be empty" : std::string();
+                        },
+                        ""));
+    }
+
     void AddOptions() {
-        app_.add_option("-C", arguments_.Folder, "Working folder instead of the current one")
-            ->type_name("DIR");
-        app_.add_option("--device", arguments_.Device, "Device instead of the selected one")
-            ->type_name("NAME");
-        app_.add_option("--port", arguments_.Port, "Serial port instead of the settings' one")
-            ->type_name("N|PATH");
-        app_.add_option("--only", only_, "Regions that take part: pm, eeprom, id, config")
-            ->type_name("LIST");
+        Add(app_, "-C", arguments_.Folder, "Working folder instead of the current one", "DIR");
+        Add(app_, "--device", arguments_.Device, "Device instead of the selected one", "NAME");
+        Add(app_, "--port", arguments_.Port, "Serial port instead of the settings' one", "N|PATH");
+        Add(app_, "--only", only_, "Regions that take part: pm, eeprom, id, config", "LIST");
         app_.add_flag("--simulate", arguments_.Simulate,
                       "Use a simulated board with a blank device, no port");
-        app_.add_option("--socket", arguments_.Socket,
-                        "HEX file that keeps the contents of the simulated board's socket")
-            ->type_name("FILE");
-        app_.add_option("--trace", arguments_.Trace, "Write every frame and reply to FILE")
-            ->type_name("FILE");
+        Add(app_, "--socket", arguments_.Socket,
+            "HEX file that keeps the contents of the simulated board's socket", "FILE");
+        Add(app_, "--trace", arguments_.Trace, "Write every frame and reply to FILE", "FILE");
         app_.add_flag("--json", arguments_.Json, "Write one JSON object to standard output");
         app_.add_flag("-q,--quiet", arguments_.Quiet, "Do not report what went well");
     }
@@ -125,12 +135,45 @@ class CommandLine {
                 arguments_.Command = &form;
             });
         if (form.File != FileUse::None)
-            command.add_option(form.FileName, arguments_.File, "HEX file; - is standard in or out")
-                ->required(form.File == FileUse::Required)
-                ->type_name("");
+            Add(command, form.FileName, arguments_.File, "HEX file; - is standard in or out", "")
+                .required(form.File == FileUse::Required);
+        if (*form.OutputName != '\0')
+            Add(command, form.OutputName, arguments_.Output, "HEX file; - is standard output", "")
+                .required();
+        if (form.RefusesFiles)
+            command.add_flag("--force", arguments_.Force,
+                             "Take a file that is not for the device as well");
+        if (form.RefusesFiles && form.Function)
+            command.add_flag("--as-is", arguments_.AsIs,
+                             "Leave configuration word and IDs of 12-bit devices in the file's "
+                             "places");
+        if (form.KeepsCalibration)
+            Add(command, "--calibration", calibration_,
+                "What becomes of a calibration word: keep (the default), file, drop, or a word to "
+                "write, hexadecimal",
+                "USE");
+        if (form.Strict)
+            command.add_flag("--strict", arguments_.Strict,
+                             "Fail when a line is malformed or the file is not for the device");
         if (form.SetsPorts)
-            command.add_option("--set", set_, "Make COMn of the working folder stand for PATH")
-                ->type_name("N=PATH");
+            Add(command, "--set", set_, "Make COMn of the working folder stand for PATH", "N=PATH");
+    }
+
+    void TakeCalibration(const std::string& text) {
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] =
+            std::from_chars(text.data(), end, arguments_.CalibrationWord, 16);
+        if (text == "keep")
+            arguments_.Calibration = CalibrationUse::Keep;
+        else if (text == "file")
+            arguments_.Calibration = CalibrationUse::File;
+        else if (text == "drop")
+            arguments_.Calibration = CalibrationUse::Drop;
+        else if (error == std::errc() && rest == end)
+            arguments_.Calibration = CalibrationUse::Given;
+        else
+            throw CLI::ValidationError(fmt::format(
+                "--calibration: \"{}\" is not keep, file, drop or a hexadecimal word", text));
     }
 
     void CheckCombinations() const {
@@ -139,7 +182,8 @@ class CommandLine {
         if (arguments_.Simulate && !arguments_.Port.empty())
             throw CLI::ValidationError("--simulate and --port exclude each other");
         const bool fileToOutput =
-            arguments_.Command->Function == FunctionRead && arguments_.File == "-";
+            arguments_.Output == "-" ||
+            (arguments_.Command->Function == FunctionRead && arguments_.File == "-");
         if (fileToOutput && arguments_.Json)
             throw CLI::ValidationError("--json and the HEX file cannot both go to standard output");
     }
@@ -148,6 +192,7 @@ class CommandLine {
     Arguments arguments_;
     std::string only_;
     std::string set_;
+    std::string calibration_;
 };
 
 }  // namespace

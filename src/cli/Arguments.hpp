@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -19,11 +20,20 @@ struct PortSetting {
     std::filesystem::path Path;
 };
 
+/// What becomes of a calibration word.
+enum class CalibrationUse {
+    Keep,   ///< the file's, or else the device's
+    File,   ///< the file's or none
+    Drop,   ///< nobody looks at it
+    Given,  ///< the one on the command line
+};
+
 /// What the command line asks for.
 struct Arguments {
     const CommandForm* Command = nullptr;  ///< never null once parsed
     std::filesystem::path Folder = ".";    ///< the working folder
     std::string File;                      ///< a HEX file; "-" is standard input or output
+    std::string Output;                    ///< the HEX file to write; "-" is standard output
     std::string Device;                    ///< empty: the one the settings select
     std::string Port;                      ///< a number or a path; empty: the settings' port
     std::optional<Regions> Only;           ///< the regions that take part; none: all
@@ -31,6 +41,11 @@ struct Arguments {
     bool Simulate = false;                 ///< a simulated board instead of the port
     std::filesystem::path Socket;          ///< HEX file for its socket; empty: a blank device
     std::filesystem::path Trace;           ///< empty: none is written
+    bool Force = false;                    ///< take a file that is not for the device
+    bool AsIs = false;                     ///< leave the words of a file where they are
+    bool Strict = false;  ///< end with a failure where anything is wrong with a file
+    CalibrationUse Calibration = CalibrationUse::Keep;
+    std::uint16_t CalibrationWord = 0;  ///< the one that is Given
     bool Json = false;
     bool Quiet = false;
 };

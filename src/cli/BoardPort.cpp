@@ -19,10 +19,18 @@ using FileResult = tl::expected<void, std::string>;
 // The board knows the types "a" to "z".
 constexpr int TypeCodeMax = 26;
 
-Simulator::DeviceShape ShapeOf(const DeviceRecord& device) {
+// A device with a calibration word comes with one, as from the factory.
+std::optional<int> CalibrationWordOf(const DeviceRecord& device, const DeviceFact& fact) {
+    if (!fact.HasCalibrationWord.value_or(false))
+        return std::nullopt;
+    return HasTwelveBitWords(device.TypeCode) ? 0x0C50 : 0x3450;
+}
+
+Simulator::DeviceShape ShapeOf(const DeviceRecord& device, const DeviceFact& fact) {
     return {std::clamp<int>(device.TypeCode, 1, TypeCodeMax),
             std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax),
-            std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax)};
+            std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax),
+            CalibrationWordOf(device, fact)};
 }
 
 std::optional<int> Number(const std::string& text) {
@@ -43,10 +51,10 @@ Failure Unusable(const std::filesystem::path& file, const std::string& reason) {
 // A simulated board inside the program, where a port would be. It answers at once.
 class BoardPort::SimulatedControl final : public SerialControl {
   public:
-    SimulatedControl(const DeviceRecord& device, Simulator::BoardClock clock)
-        : engine_(std::move(clock), ShapeOf(device)) {}
+    SimulatedControl(const Simulator::DeviceShape& shape, Simulator::BoardClock clock)
+        : engine_(std::move(clock), shape) {}
 
-    // A file that does not exist leaves the device blank.
+    // A file that does not exist leaves the device new.
     FileResult LoadSocket(const std::filesystem::path& file) {
         std::error_code error;
         if (!std::filesystem::exists(file, error))
@@ -99,8 +107,8 @@ void BoardPort::ChoosePort() {
 
 Outcome BoardPort::MakeSimulated() {
     name_ = "the simulated board";
-    auto simulated =
-        std::make_unique<SimulatedControl>(context_.Device(), [this] { return SinceStart(); });
+    auto simulated = std::make_unique<SimulatedControl>(ShapeOf(context_.Device(), context_.Fact()),
+                                                        [this] { return SinceStart(); });
     simulated_ = simulated.get();
     control_ = std::move(simulated);
     const std::filesystem::path& socket = context_.Asked.Socket;

@@ -64,7 +64,6 @@ Outcome BoardSession::Identify() {
 }
 
 Outcome BoardSession::Run(FunctionCode function, const Regions& regions) {
-    link_->SelectDeviceType(context_.Device().TypeCode);
     Outcome outcome = RunInto(context_.Program.image, function, regions);
     auto& functions = context_.Facts["functions"];
     functions = nlohmann::ordered_json::array();
@@ -76,17 +75,37 @@ Outcome BoardSession::Run(FunctionCode function, const Regions& regions) {
 
 Outcome BoardSession::ReadQuietly(const Regions& regions, MemoryImage& image,
                                   const std::string& heading) {
+    return RunQuietly(image, FunctionRead, regions, heading);
+}
+
+Outcome BoardSession::WriteUndisturbed(const Regions& regions, MemoryImage& image,
+                                       const std::string& heading) {
+    undisturbed_ = true;
+    Outcome outcome = RunQuietly(image, FunctionProgram, regions, heading);
+    undisturbed_ = false;
+    return outcome;
+}
+
+Outcome BoardSession::RunQuietly(MemoryImage& image, FunctionCode function, const Regions& regions,
+                                 const std::string& heading) {
     quiet_ = true;
     heading_ = heading;
-    return RunInto(image, FunctionRead, regions);
+    Outcome outcome = RunInto(image, function, regions);
+    heading_.clear();
+    quiet_ = false;
+    return outcome;
 }
 
 Outcome BoardSession::RunInto(MemoryImage& image, FunctionCode function, const Regions& regions) {
     FunctionRun run(context_.Device(), image, context_.Program.autoSequence, *link_, *tmrWait_,
                     context_.Host.Events(), *this, *this);
+    if (!std::exchange(typeNamed_, true))
+        link_->SelectDeviceType(context_.Device().TypeCode);
+    run.Spared = spared_;
     running_ = &run;
     run.Run(function, regions);
     running_ = nullptr;
+    sparedAny_ = sparedAny_ || run.SparedAny;
     return OutcomeOf(run);
 }
 
@@ -126,6 +145,7 @@ void BoardSession::LineEnds(int, const std::string& text, const RegionResult& re
         return;
     heading_.clear();
     reports_.back().Lines.push_back(text);
+    results_.push_back(result);
     if (result.Outcome == RegionOutcome::Failed && !failed_)
         failed_ = result.Function;
     context_.Screen.Result(text, result.Outcome == RegionOutcome::Good ? Tone::Good : Tone::Bad);
@@ -137,7 +157,8 @@ void BoardSession::ProgressMoves(std::int16_t percent) {
 }
 
 bool BoardSession::StopRequested() {
-    return Ended() || running_->DeviceFault;
+    const bool ended = undisturbed_ ? port_.Control().PortLost() : Ended();
+    return ended || running_->DeviceFault;
 }
 
 bool BoardSession::Ended() const {

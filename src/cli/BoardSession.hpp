@@ -21,12 +21,24 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     /// Opens what the arguments ask for and has the board identify itself.
     [[nodiscard]] Outcome Open();
 
-    /// Names the device type to the board, then runs a function of the dialog's list.
+    /// Runs a function of the dialog's list. The device type is named to the board before the first
+    /// run of a session.
     [[nodiscard]] Outcome Run(FunctionCode function, const Regions& regions);
 
     /// Reads the device into `image`; shows nothing but a bar after `heading`.
     [[nodiscard]] Outcome ReadQuietly(const Regions& regions, MemoryImage& image,
                                       const std::string& heading);
+
+    /// Writes `image` in the same way, even when the user wants to end.
+    [[nodiscard]] Outcome WriteUndisturbed(const Regions& regions, MemoryImage& image,
+                                           const std::string& heading);
+
+    /// What blank checks and verifies leave out of account from now on.
+    void Spare(const FactoryWords& words) { spared_ = words; }
+    bool SparedAny() const { return sparedAny_; }
+
+    /// What Run has done to regions, in running order.
+    const std::vector<RegionResult>& Results() const { return results_; }
 
     /// Writes the contents of the simulated socket where the arguments want them. The last call.
     [[nodiscard]] Outcome Close() const { return port_.SaveSocket(); }
@@ -60,6 +72,8 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     [[nodiscard]] Outcome Identify();
     [[nodiscard]] Outcome RunInto(MemoryImage& image, FunctionCode function,
                                   const Regions& regions);
+    [[nodiscard]] Outcome RunQuietly(MemoryImage& image, FunctionCode function,
+                                     const Regions& regions, const std::string& heading);
     [[nodiscard]] Outcome OutcomeOf(const FunctionRun& run) const;
 
     Context& context_;
@@ -68,8 +82,13 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     std::unique_ptr<WindowTimer> tmrWait_;
     std::optional<ProgrammerLink> link_;
     const FunctionRun* running_ = nullptr;
-    bool quiet_ = false;   // nothing of the run is shown but its bar
-    std::string heading_;  // of the bar; empty: there is none
+    bool typeNamed_ = false;
+    bool quiet_ = false;        // nothing of the run is shown but its bar
+    bool undisturbed_ = false;  // the run goes on though the user wants to end
+    std::string heading_;       // of the bar; empty: there is none
+    FactoryWords spared_;
+    bool sparedAny_ = false;
+    std::vector<RegionResult> results_;
     std::vector<FunctionReport> reports_;
     std::optional<FunctionCode> failed_;  // the first function with a failure in the data
 };

@@ -50,6 +50,9 @@ CommandForm FunctionForm(FunctionCode code, const char* meaning, Outcome (*carry
             .Carry = carry,
             .File = file,
             .FileName = fileName,
+            .RefusesFiles = file != FileUse::None && code != FunctionRead,
+            .KeepsCalibration =
+                code == FunctionErase || code == FunctionProgram || code == FunctionAuto,
             .Function = code};
 }
 
@@ -67,6 +70,8 @@ Outcome OpenFolder(Context& context) {
                             : LoadSettings(SettingsFile(program)).map([&](const Settings& read) {
                                   program.settings = read;
                               });
+    if (program.factsFailure)
+        context.Screen.Complain("tamber-cli: " + Describe(*program.factsFailure));
     return opened.map_error([](const FileFailure& failure) {
         return Failure{ExitStatus::FileUnusable, Describe(failure)};
     });
@@ -168,7 +173,15 @@ std::span<const CommandForm> CommandForms() {
                     .Meaning = "Look through a HEX file; no board is needed",
                     .Carry = InspectFile,
                     .File = FileUse::Required,
-                    .FileName = "IN.hex"},
+                    .FileName = "IN.hex",
+                    .Strict = true},
+        CommandForm{.Name = "convert",
+                    .Meaning = "Write a HEX file anew, each word where the device's image has it",
+                    .Carry = ConvertFile,
+                    .File = FileUse::Required,
+                    .FileName = "IN.hex",
+                    .RefusesFiles = true,
+                    .OutputName = "OUT.hex"},
     };
     return forms;
 }

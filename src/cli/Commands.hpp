@@ -27,7 +27,11 @@ struct CommandForm {
     const char* FileName = "";  ///< how the usage names the file
     FolderUse Folder = FolderUse::All;
     bool NeedsDevice = true;
-    bool SetsPorts = false;                     ///< it has the option --set
+    bool SetsPorts = false;         ///< it has the option --set
+    bool RefusesFiles = false;      ///< it has --force, as it refuses a file for another device
+    bool KeepsCalibration = false;  ///< it has --calibration
+    bool Strict = false;            ///< it has --strict
+    const char* OutputName = "";    ///< how the usage names the file that it writes; empty: none
     std::optional<FunctionCode> Function = {};  ///< what it has the board do
 };
 
@@ -39,6 +43,7 @@ std::span<const CommandForm> CommandForms();
 [[nodiscard]] Outcome ReadToFile(Context& context);
 [[nodiscard]] Outcome RunAutoSeries(Context& context);
 [[nodiscard]] Outcome InspectFile(Context& context);
+[[nodiscard]] Outcome ConvertFile(Context& context);
 
 /// Erase, blank check, program and verify.
 [[nodiscard]] Outcome RunOneFunction(Context& context);

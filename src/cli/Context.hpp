@@ -19,6 +19,7 @@ struct Context {
 
     /// The selected device.
     const DeviceRecord& Device() const { return SelectedRecord(Program); }
+    const DeviceFact& Fact() const { return SelectedFact(Program); }
 };
 
 }  // namespace Tamber::Cli

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/BoardSession.hpp"
+#include "cli/Calibration.hpp"
 #include "cli/Commands.hpp"
 #include "cli/Differences.hpp"
 #include "cli/HexInput.hpp"
@@ -43,12 +43,28 @@ Outcome RunFunction(Context& context) {
     const auto regions = ChooseRegions(context);
     if (!regions)
         return tl::unexpected(regions.error());
+    if (auto outcome = Calibration::Check(context); !outcome)
+        return outcome;
     BoardSession session(context);
     if (auto outcome = session.Open(); !outcome)
         return outcome;
-    const Outcome ran = RunAndCompare(context, session, *regions);
+    Calibration calibration(context, session);
+    const Outcome ran = calibration.Keep(*regions).and_then(
+        [&] { return calibration.GiveBack(*regions, RunAndCompare(context, session, *regions)); });
+    if (session.SparedAny())
+        context.Screen.Note("What the factory wrote is in the device and was left out.");
     const Outcome closed = session.Close();
     return ran ? closed : ran;
+}
+
+// The series fills the image from the device before it uses it.
+bool ReadsFirst(const AutoSequence& series) {
+    for (const std::int16_t code : series.Codes()) {
+        const DeviceFunction* function = FindSeriesFunction(code);
+        if (code == FunctionRead || (function && function->NeedsImage))
+            return code == FunctionRead;
+    }
+    return false;
 }
 
 // The first entry of the series that needs an image when there is none; empty when none does.
@@ -60,6 +76,19 @@ std::string_view EntryWithoutImage(const AutoSequence& series) {
         if (function && function->NeedsImage)
             return function->Name;
     }
+    return {};
+}
+
+// `file` may be "-", standard output.
+Outcome WriteImage(Context& context, const std::string& file) {
+    const MemoryImage& image = context.Program.image;
+    const int words = context.Device().ProgramWords;
+    if (file != "-")
+        return SaveHexFile(file, image, words).map_error([&](const std::string& reason) {
+            return Failure{ExitStatus::FileUnusable, file + ": " + reason};
+        });
+    if (!context.Screen.Data(HexFileText(image, words)))
+        return Failed(ExitStatus::FileUnusable, "Standard output cannot be written.");
     return {};
 }
 
@@ -82,6 +111,10 @@ Outcome RunAutoSeries(Context& context) {
     const AutoSequence& series = context.Program.autoSequence;
     if (series.AutoCount < 1)
         return Failed(ExitStatus::FileUnusable, "The Auto series of the working folder is empty.");
+    if (!context.Asked.File.empty() && ReadsFirst(series))
+        return Failed(ExitStatus::WrongUsage,
+                      "The Auto series reads the device first, and what the HEX file says would be "
+                      "lost; leave the file out.");
     const std::string_view entry = EntryWithoutImage(series);
     if (context.Asked.File.empty() && !entry.empty())
         return Failed(
@@ -92,21 +125,15 @@ Outcome RunAutoSeries(Context& context) {
 
 Outcome ReadToFile(Context& context) {
     const std::string& file = context.Asked.File;
-    const bool toOutput = file == "-";
-    if (toOutput)
+    if (file == "-")
         context.Screen.KeepOutputForData();
     context.Program.image = BlankImage(context.Device());
-    if (auto outcome = RunFunction(context); !outcome)
-        return outcome;
-    const MemoryImage& image = context.Program.image;
-    const int words = context.Device().ProgramWords;
-    if (!toOutput)
-        return SaveHexFile(file, image, words).map_error([&](const std::string& reason) {
-            return Failure{ExitStatus::FileUnusable, file + ": " + reason};
-        });
-    if (!context.Screen.Data(HexFileText(image, words)))
-        return Failed(ExitStatus::FileUnusable, "Standard output cannot be written.");
-    return {};
+    return RunFunction(context).and_then([&] { return WriteImage(context, file); });
+}
+
+Outcome ConvertFile(Context& context) {
+    return LoadHexInput(context).and_then(
+        [&] { return WriteImage(context, context.Asked.Output); });
 }
 
 }  // namespace Tamber::Cli

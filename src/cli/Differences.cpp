@@ -126,6 +126,24 @@ nlohmann::ordered_json Facts(const RegionDifferences& region) {
     return facts;
 }
 
+// The image, with what the factory wrote where that is left out of account.
+MemoryImage Expected(const Context& context, const MemoryImage& found) {
+    MemoryImage expected = context.Program.image;
+    const DeviceFact& fact = context.Fact();
+    const DeviceRecord& device = context.Device();
+    const int words = std::clamp(device.ProgramWords, 1, MemoryImage::ProgramWordsMax);
+    const int last = 2 * (words - 1);
+    if (fact.HasCalibrationWord.value_or(false) &&
+        !IsCalibrationWord(expected.Word(last), device.TypeCode))
+        expected.SetWord(last, found.Word(last));
+    constexpr int configuration = MemoryImage::ConfigurationWord;
+    const int keepMask = fact.KeepMask.value_or(0);
+    expected.SetWord(configuration,
+                     static_cast<std::uint16_t>((expected.Word(configuration) & ~keepMask) |
+                                                (found.Word(configuration) & keepMask)));
+    return expected;
+}
+
 }  // namespace
 
 Outcome ReportDifferences(Context& context, BoardSession& session, Regions regions,
@@ -136,9 +154,10 @@ Outcome ReportDifferences(Context& context, BoardSession& session, Regions regio
     if (auto outcome = session.ReadQuietly(regions, found, "Reading for the differences...");
         !outcome)
         return outcome;
+    const MemoryImage expected = Expected(context, found);
     auto& facts = context.Facts["differences"] = nlohmann::ordered_json::array();
     for (const RegionForm& form : Forms(context.Device(), regions)) {
-        const RegionDifferences region = Compare(context.Program.image, found, form);
+        const RegionDifferences region = Compare(expected, found, form);
         if (region.List.empty())
             continue;
         Show(context.Screen, region);

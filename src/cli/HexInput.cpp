@@ -3,10 +3,12 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <nlohmann/json.hpp>
 
+#include "cli/DeviceFindings.hpp"
 #include "core/TextFile.hpp"
 #include "files/HexFile.hpp"
-#include "files/HexInspect.hpp"
+#include "files/HexMove.hpp"
 
 namespace Tamber::Cli {
 namespace {
@@ -36,9 +38,30 @@ Outcome Refused(const Context& context, const HexRefusal& refusal) {
                                   HexFindingText(refusal.Finding)));
 }
 
-bool HoldsMoreThanDevice(const HexInspection& inspection) {
-    return !inspection.OutsideBlank || inspection.Use(HexPlace::AssemblerIdLocations) ||
-           inspection.Use(HexPlace::AssemblerConfigurationWord);
+// Takes the file's words to the places of the image and says so.
+void MoveWords(Context& context, const HexInspection& inspection) {
+    if (context.Asked.AsIs)
+        return;
+    const DeviceRecord& device = context.Device();
+    const DeviceFact& fact = context.Fact();
+    const HexMove moved = MoveToImagePlaces(inspection, device, fact, context.Program.image);
+    if (!moved.Any())
+        return;
+    nlohmann::ordered_json& facts = context.Facts["moved"];
+    std::string text;
+    if (moved.ConfigurationWord) {
+        const int from = AssemblerConfigurationAddress(device, fact);
+        facts["configurationWord"] = {{"value", *moved.ConfigurationWord}, {"from", from}};
+        text = fmt::format("configuration word {:04X} is taken from byte address {:04X}",
+                           *moved.ConfigurationWord, from);
+    }
+    if (moved.IdLocations > 0) {
+        const int from = AssemblerIdAddress(device, fact);
+        facts["idLocations"] = {{"words", moved.IdLocations}, {"from", from}};
+        text += fmt::format("{}ID locations are taken from byte address {:04X}",
+                            text.empty() ? "" : "; the ", from);
+    }
+    context.Screen.Note(fmt::format("{}: the {}.", Shown(context), text));
 }
 
 }  // namespace
@@ -56,18 +79,18 @@ Outcome LoadHexInput(Context& context) {
     const TextResult text = ReadHexText(context);
     if (!text)
         return tl::unexpected(text.error());
-    const HexInspection inspection = InspectHexText(*text, context.Device());
+    const HexInspection inspection = InspectHexText(*text, context.Device(), context.Fact());
     if (inspection.Refusal)
         return Refused(context, *inspection.Refusal);
-    if (inspection.WordAddressed)
-        return Failed(ExitStatus::FileUnusable,
-                      Shown(context) +
-                          " is word-addressed with swapped bytes (INHX16).\nHave the assembler "
-                          "write INHX8M or INHX32.");
     context.Program.image = inspection.Image;
-    if (HoldsMoreThanDevice(inspection))
-        context.Screen.Note(Shown(context) + " holds words that " + context.Device().Name +
-                            " has no place for; tamber-cli inspect lists them.");
+    MoveWords(context, inspection);
+    const DeviceFindings findings = FindingsOf(context, inspection);
+    for (const DeviceFinding& finding : findings)
+        context.Screen.Warn(FindingLine(finding, context.Device()));
+    if (AnyHarmful(findings) && !context.Asked.Force)
+        return Failed(ExitStatus::FileNotForDevice,
+                      fmt::format("{} is not for {}. --force takes it all the same.",
+                                  Shown(context), context.Device().Name));
     return {};
 }
 

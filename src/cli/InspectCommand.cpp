@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Commands.hpp"
+#include "cli/DeviceFindings.hpp"
 #include "cli/HexInput.hpp"
 #include "cli/InspectFacts.hpp"
 #include "core/HexText.hpp"
@@ -59,58 +60,36 @@ std::string UseText(const HexInspection& inspection, const HexUse& use) {
     }
 }
 
-// A data record that holds `count` bytes of the image as if they stood at `address`.
-std::string RecordFor(const MemoryImage& image, int from, int count, int address) {
-    std::string record = fmt::format(":{:02X}{:04X}00", count, address);
-    int sum = count + (address >> 8) + (address & 0xFF);
-    for (const std::uint8_t byte : image.Bytes(from, count)) {
-        AppendHexByte(record, byte);
-        sum += byte;
-    }
-    return record + fmt::format("{:02X}", -sum & 0xFF);
-}
-
 // What assemblers for 12-bit devices put where the image does not keep it.
-void AddAssemblersPlaces(Lines& lines, const HexInspection& inspection,
-                         const DeviceRecord& device) {
-    constexpr int from = AssemblerConfigurationAddress;
-    const MemoryImage& image = inspection.Image;
-    const int idFrom = AssemblerIdAddress(device);
+void AddAssemblersPlaces(Lines& lines, const HexInspection& inspection, const DeviceRecord& device,
+                         const DeviceFact& fact) {
     const bool word = inspection.Use(HexPlace::AssemblerConfigurationWord);
     const bool ids = inspection.Use(HexPlace::AssemblerIdLocations);
-    if (word)
+    if (const int from = AssemblerConfigurationAddress(device, fact); word)
         lines.push_back(fmt::format(
-            "The configuration word {:02X}{:02X} stands at byte address "
-            "{:04X}; the image keeps it at {:04X}.",
-            image.Byte(from + 1), image.Byte(from), from, MemoryImage::ConfigurationWord));
+            "The configuration word {:04X} stands at byte address {:04X}; the image keeps it at "
+            "{:04X}.",
+            inspection.Word(from), from, MemoryImage::ConfigurationWord));
     if (ids)
         lines.push_back(
-            fmt::format("The ID locations stand at byte address {:04X}; the image "
-                        "keeps them at {:04X}.",
-                        idFrom, MemoryImage::IdLocations));
-    if (!word && !ids)
-        return;
-    lines.push_back("Assemblers put them there for 12-bit devices. They are not programmed from");
-    lines.push_back("there; to have them programmed, add in front of the file's end record:");
-    if (ids)
-        lines.push_back("  " + RecordFor(image, idFrom, 8, MemoryImage::IdLocations));
-    if (word)
-        lines.push_back("  " + RecordFor(image, from, 2, MemoryImage::ConfigurationWord));
+            fmt::format("The ID locations stand at byte address {:04X}; the image keeps them at "
+                        "{:04X}.",
+                        AssemblerIdAddress(device, fact), MemoryImage::IdLocations));
+    if ((word && fact.FileConfiguration) || (ids && fact.FileIds))
+        lines.push_back(
+            "Assemblers put them there for this device. They are moved before they are used.");
 }
 
-void AddContents(Lines& lines, const HexInspection& inspection, const DeviceRecord& device) {
-    if (inspection.WordAddressed) {
-        lines.push_back("The file is word-addressed with swapped bytes (INHX16). Loaded as it is,");
-        lines.push_back("its words would be wrong and in the wrong places. Have the assembler");
-        lines.push_back("write INHX8M or INHX32.");
+void AddContents(Lines& lines, const HexInspection& inspection, const DeviceRecord& device,
+                 const DeviceFact& fact) {
+    if (inspection.WordAddressed)  // no word is what it seems to be, nor where
         return;
-    }
     for (const HexUse& use : inspection.Uses)
         if (std::string text = UseText(inspection, use); !text.empty())
             lines.push_back(std::move(text));
     lines.push_back(fmt::format("  {:<25} {:04X} (as the program-memory view shows it)", "checksum",
                                 ProgramChecksum(inspection.Image, device.ProgramWords)));
-    AddAssemblersPlaces(lines, inspection, device);
+    AddAssemblersPlaces(lines, inspection, device, fact);
 }
 
 void AddFindings(Lines& lines, const HexInspection& inspection) {
@@ -124,6 +103,33 @@ void AddFindings(Lines& lines, const HexInspection& inspection) {
         lines.push_back(fmt::format("... and {} more of the same kinds.", more));
 }
 
+// What the file shows against the device, but for what has been said already.
+void AddDeviceFindings(Lines& lines, const DeviceFindings& findings, const DeviceRecord& device) {
+    for (const DeviceFinding& finding : findings)
+        if (finding.Kind < DeviceFindingKind::StartRecord)
+            lines.push_back(FindingLine(finding, device));
+}
+
+bool AnyMalformed(const HexInspection& inspection) {
+    return inspection.Findings.Total(HexFindingKind::EmptyLine, HexFindingKind::NoEndRecord) > 0;
+}
+
+// How an inspection ends.
+Outcome Judge(const Context& context, const HexInspection& inspection,
+              const DeviceFindings& findings) {
+    if (inspection.Refusal)
+        return Failed(ExitStatus::FileUnusable,
+                      fmt::format("The file cannot be loaded; line {} is the first to be refused.",
+                                  inspection.Refusal->Finding.Line));
+    const bool strict = context.Asked.Strict;
+    if (strict && AnyMalformed(inspection))
+        return Failed(ExitStatus::FileUnusable, "The file is malformed.");
+    if (inspection.WordAddressed || (strict && AnyHarmful(findings)))
+        return Failed(ExitStatus::FileNotForDevice,
+                      fmt::format("The file is not for {}.", context.Device().Name));
+    return {};
+}
+
 }  // namespace
 
 Outcome InspectFile(Context& context) {
@@ -131,22 +137,20 @@ Outcome InspectFile(Context& context) {
     if (!text)
         return tl::unexpected(text.error());
     const DeviceRecord& device = context.Device();
-    const HexInspection inspection = InspectHexText(*text, device);
-    context.Facts["inspection"] = InspectionFacts(inspection, device);
+    const DeviceFact& fact = context.Fact();
+    const HexInspection inspection = InspectHexText(*text, device, fact);
+    context.Facts["inspection"] = InspectionFacts(inspection, device, fact);
+    const DeviceFindings findings =
+        inspection.Refusal ? DeviceFindings() : FindingsOf(context, inspection);
 
     Lines lines{fmt::format("{}, {}; for {}:", Count(inspection.Lines, "line"),
                             Count(inspection.DataRecords, "data record"), device.Name)};
-    AddContents(lines, inspection, device);
+    AddContents(lines, inspection, device, fact);
     AddFindings(lines, inspection);
+    AddDeviceFindings(lines, findings, device);
     for (const std::string& line : lines)
         context.Screen.Asked(line);
-    if (inspection.Refusal)
-        return Failed(ExitStatus::FileUnusable,
-                      fmt::format("The file cannot be loaded; line {} is the first to be refused.",
-                                  inspection.Refusal->Finding.Line));
-    if (inspection.WordAddressed)
-        return Failed(ExitStatus::FileUnusable, "The file must not be loaded as it is.");
-    return {};
+    return Judge(context, inspection, findings);
 }
 
 }  // namespace Tamber::Cli

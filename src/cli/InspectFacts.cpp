@@ -53,13 +53,10 @@ Json MalformedFacts(const HexFinding& finding) {
         {"line", finding.Line}, {"column", finding.Column}, {"wrong", wrong}, {"remedy", remedy}};
 }
 
-int WordAt(const MemoryImage& image, int address) {
-    return image.Byte(address + 1) << 8 | image.Byte(address);
-}
-
 }  // namespace
 
-Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device) {
+Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device,
+                     const DeviceFact& fact) {
     const MemoryImage& image = inspection.Image;
     Json facts{{"lines", inspection.Lines},
                {"dataRecords", inspection.DataRecords},
@@ -73,9 +70,10 @@ Json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device
     for (const HexUse& use : inspection.Uses)
         facts["places"].push_back(UseFacts(use));
     if (inspection.Use(HexPlace::ConfigurationWord))
-        facts["configurationWord"] = WordAt(image, MemoryImage::ConfigurationWord);
+        facts["configurationWord"] = image.Word(MemoryImage::ConfigurationWord);
     if (inspection.Use(HexPlace::AssemblerConfigurationWord))
-        facts["assemblerConfigurationWord"] = WordAt(image, AssemblerConfigurationAddress);
+        facts["assemblerConfigurationWord"] =
+            image.Word(AssemblerConfigurationAddress(device, fact));
 
     const auto list = [&](const std::string& name, Kind first, Kind last, auto factsOf) {
         facts[name + "Total"] = inspection.Findings.Total(first, last);

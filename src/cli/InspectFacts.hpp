@@ -7,6 +7,7 @@
 namespace Tamber::Cli {
 
 /// What an inspection has found, for --json.
-nlohmann::ordered_json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device);
+nlohmann::ordered_json InspectionFacts(const HexInspection& inspection, const DeviceRecord& device,
+                                       const DeviceFact& fact);
 
 }  // namespace Tamber::Cli

@@ -20,6 +20,8 @@ constexpr std::array Meanings{
     StatusMeaning{ExitStatus::NotBlank, "not-blank", "the device is not blank"},
     StatusMeaning{ExitStatus::EraseUnavailable, "no-erase",
                   "the device cannot be erased by the board"},
+    StatusMeaning{ExitStatus::FileNotForDevice, "not-for-device",
+                  "the file is not for this device"},
     StatusMeaning{ExitStatus::Interrupted, "interrupted", "interrupted"},
 };
 

@@ -19,6 +19,7 @@ enum class ExitStatus {
     DifferencesFound = 8,
     NotBlank = 9,
     EraseUnavailable = 10,
+    FileNotForDevice = 11,
     Interrupted = 130,
 };
 

@@ -40,6 +40,10 @@ void Terminal::Note(std::string_view line) {
         Write(streams_.Errors, false, line, Tone::Plain);
 }
 
+void Terminal::Warn(std::string_view line) {
+    Write(streams_.Errors, false, line, Tone::Plain);
+}
+
 void Terminal::Complain(std::string_view lines) {
     Write(streams_.Errors, streams_.ErrorsIsTerminal, lines, Tone::Bad);
 }

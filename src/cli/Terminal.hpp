@@ -39,6 +39,9 @@ class Terminal {
     /// A line that helps but was not asked for.
     void Note(std::string_view line);
 
+    /// A line that must be known, shown even when quiet.
+    void Warn(std::string_view line);
+
     /// Lines on what went wrong.
     void Complain(std::string_view lines);
 

@@ -24,10 +24,14 @@ struct DeviceRecord {
 /// The device whose program memory comes as one stream that begins with the configuration word.
 constexpr std::int16_t StreamTypeCode = 1;
 
-/// The high byte of an erased program word: 0x0F for 12-bit words (TypeCode below 6), else 0x3F.
-/// The low byte is 0xFF for both.
+/// The program words of a type have 12 bits (TypeCode below 6), or else 14.
+constexpr bool HasTwelveBitWords(std::int16_t typeCode) {
+    return typeCode < 6;
+}
+
+/// The high byte of an erased program word, 0x0F or 0x3F. The low byte is 0xFF for both.
 constexpr std::uint8_t BlankWordHigh(std::int16_t typeCode) {
-    return typeCode < 6 ? 0x0F : 0x3F;
+    return HasTwelveBitWords(typeCode) ? 0x0F : 0x3F;
 }
 
 /// The device types, filled once at start-up and only read afterwards.

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <utility>
 
+#include "core/HexText.hpp"
+
 namespace Tamber {
 namespace {
 
@@ -77,7 +79,12 @@ std::optional<FieldReader::Field> FieldReader::NextField(std::string_view what) 
               Remedy});
         return std::nullopt;
     }
-    const Field field = text_[next_] == '"' ? QuotedField() : PlainField();
+    return TakeField();
+}
+
+FieldReader::Field FieldReader::TakeField() {
+    const bool quoted = next_ < text_.size() && text_[next_] == '"';
+    const Field field = quoted ? QuotedField() : PlainField();
     fieldLine_ = line_;
     fieldPosition_ = ++fieldsOnLine_;
     if (next_ < text_.size() && text_[next_] == ',')
@@ -85,6 +92,46 @@ std::optional<FieldReader::Field> FieldReader::NextField(std::string_view what) 
     else if (next_ < text_.size())
         EndLine();
     return field;
+}
+
+bool FieldReader::AtEnd() {
+    SkipEmptyLines();
+    return next_ == text_.size();
+}
+
+std::optional<std::uint32_t> FieldReader::ReadOptionalHex(std::string_view what,
+                                                          std::uint32_t most) {
+    if (failure_ || fieldsOnLine_ == 0)
+        return std::nullopt;
+    SkipBlanks();
+    const auto [text, quoted] = TakeField();
+    if (text.empty() && !quoted)
+        return std::nullopt;
+    std::uint32_t value = 0;
+    const char* const last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, value, 16);
+    if (!quoted && end == last && error == std::errc() && value <= most)
+        return value;
+    Refuse('"' + std::string(text) + '"',
+           std::string(what) + ", a hexadecimal number from 0 to " + HexNumber(most));
+    return std::nullopt;
+}
+
+void FieldReader::EndRecord() {
+    if (failure_ || fieldsOnLine_ == 0)
+        return;
+    SkipBlanks();
+    if (next_ == text_.size())
+        return;
+    if (IsLineEnd(text_[next_]))
+        return EndLine();
+    const Field field = TakeField();
+    Refuse('"' + std::string(field.text) + '"', "the end of the line");
+}
+
+void FieldReader::Refuse(std::string_view found, std::string expected) {
+    Fail({file_.string(), fieldLine_, fieldPosition_, std::string(found), std::move(expected),
+          Remedy});
 }
 
 void FieldReader::Fail(FileFailure failure) {
@@ -109,10 +156,9 @@ std::int32_t FieldReader::ReadNumber(std::string_view what, std::int32_t least, 
     const bool number = !field->quoted && end == digits.data() + digits.size() && !digits.empty();
     if (number && error == std::errc() && value >= least && value <= most)
         return static_cast<std::int32_t>(value);
-    Fail({file_.string(), fieldLine_, fieldPosition_, '"' + std::string(field->text) + '"',
-          std::string(what) + ", a whole number from " + std::to_string(least) + " to " +
-              std::to_string(most),
-          Remedy});
+    Refuse('"' + std::string(field->text) + '"', std::string(what) + ", a whole number from " +
+                                                     std::to_string(least) + " to " +
+                                                     std::to_string(most));
     return 0;
 }
 

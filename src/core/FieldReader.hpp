@@ -35,6 +35,20 @@ class FieldReader {
     std::int16_t ReadShort(std::string_view what, std::int16_t least = INT16_MIN,
                            std::int16_t most = INT16_MAX);
 
+    /// Where a record is one line: true when no line with something on it is left.
+    bool AtEnd();
+
+    /// A hexadecimal number from 0 to `most` that may be missing: none when nothing stands between
+    /// the commas or the line has ended. It never reaches into the next line; the record's first
+    /// field must have been read with another of these functions.
+    std::optional<std::uint32_t> ReadOptionalHex(std::string_view what, std::uint32_t most);
+
+    /// Where a record is one line: ends it. Fails when the line holds more.
+    void EndRecord();
+
+    /// Fails because of the field read last, unless an earlier read has failed.
+    void Refuse(std::string_view found, std::string expected);
+
     /// Fails for a reason of the caller's, unless an earlier read has failed.
     void Fail(FileFailure failure);
 
@@ -48,6 +62,7 @@ class FieldReader {
     };
 
     std::optional<Field> NextField(std::string_view what);
+    Field TakeField();
     void SkipBlanks();
     void SkipEmptyLines();
     void EndLine();

@@ -25,6 +25,15 @@ class MemoryImage {
     std::uint8_t Byte(int index) const { return bytes_[Checked(index, 1)]; }
     void SetByte(int index, std::uint8_t value) { bytes_[Checked(index, 1)] = value; }
 
+    /// The word whose low byte is at `index`.
+    std::uint16_t Word(int index) const {
+        return static_cast<std::uint16_t>(Byte(index + 1) << 8 | Byte(index));
+    }
+    void SetWord(int index, std::uint16_t word) {
+        SetByte(index, static_cast<std::uint8_t>(word & 0xFF));
+        SetByte(index + 1, static_cast<std::uint8_t>(word >> 8));
+    }
+
     /// `count` bytes from `index` on.
     std::span<const std::uint8_t> Bytes(int index, int count) const {
         return std::span(bytes_).subspan(Checked(index, count), static_cast<std::size_t>(count));

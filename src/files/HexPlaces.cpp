@@ -12,28 +12,40 @@ void HexUse::Add(int address) {
         Ranges.push_back({address, address});
 }
 
-int AssemblerIdAddress(const DeviceRecord& device) {
+namespace {
+
+int ProgramBytes(const DeviceRecord& device) {
     return 2 * std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax);
 }
 
-HexPlace PlaceOf(int address, const DeviceRecord& device) {
-    constexpr int idBytes = 8;
-    constexpr int between = MemoryImage::IdLocations + idBytes;
-    const bool twelveBit = BlankWordHigh(device.TypeCode) == 0x0F;
-    const int programBytes = AssemblerIdAddress(device);
+}  // namespace
+
+int AssemblerConfigurationAddress(const DeviceRecord& device, const DeviceFact& fact) {
+    constexpr int twelveBits = 0x1FFE;
+    return fact.FileConfiguration.value_or(
+        HasTwelveBitWords(device.TypeCode) ? twelveBits : MemoryImage::ConfigurationWord);
+}
+
+int AssemblerIdAddress(const DeviceRecord& device, const DeviceFact& fact) {
+    return fact.FileIds.value_or(HasTwelveBitWords(device.TypeCode) ? ProgramBytes(device)
+                                                                    : MemoryImage::IdLocations);
+}
+
+HexPlace PlaceOf(int address, const DeviceRecord& device, const DeviceFact& fact) {
+    constexpr int between = MemoryImage::IdLocations + IdBytes;
     const int eepromBytes = std::clamp<int>(device.EepromBytes, 0, MemoryImage::EepromBytesMax);
     const struct {
         HexPlace Place;
         int Begin;
         int Bytes;
     } places[] = {
-        {HexPlace::ProgramMemory, 0, programBytes},
-        {HexPlace::IdLocations, MemoryImage::IdLocations, idBytes},
+        {HexPlace::ProgramMemory, 0, ProgramBytes(device)},
+        {HexPlace::IdLocations, MemoryImage::IdLocations, IdBytes},
         {HexPlace::BetweenIdAndConfiguration, between, MemoryImage::ConfigurationWord - between},
         {HexPlace::ConfigurationWord, MemoryImage::ConfigurationWord, 2},
         {HexPlace::Eeprom, MemoryImage::Eeprom, 2 * eepromBytes},
-        {HexPlace::AssemblerIdLocations, programBytes, twelveBit ? idBytes : 0},
-        {HexPlace::AssemblerConfigurationWord, AssemblerConfigurationAddress, twelveBit ? 2 : 0}};
+        {HexPlace::AssemblerIdLocations, AssemblerIdAddress(device, fact), IdBytes},
+        {HexPlace::AssemblerConfigurationWord, AssemblerConfigurationAddress(device, fact), 2}};
     for (const auto& [place, begin, bytes] : places)
         if (address >= begin && address < begin + bytes)
             return place;

@@ -3,9 +3,15 @@
 #include <vector>
 
 #include "core/DeviceCatalogue.hpp"
+#include "core/DeviceFacts.hpp"
 #include "core/MemoryImage.hpp"
 
 namespace Tamber {
+
+constexpr int IdBytes = 8;  ///< of the four ID locations
+
+/// Where files for larger devices have a second configuration word, a byte address.
+constexpr int SecondConfigurationAddress = 0x4010;
 
 /// Where the bytes of a HEX file lie, for one device. Assemblers for devices with 12-bit words put
 /// the ID locations just above program memory and the configuration word at 1FFE; the image keeps
@@ -39,13 +45,13 @@ struct HexUse {
     void Add(int address);
 };
 
-/// Where the assemblers for 12-bit devices put the configuration word, a byte address.
-constexpr int AssemblerConfigurationAddress = 0x1FFE;
-
-/// And the first ID location: just above program memory.
-int AssemblerIdAddress(const DeviceRecord& device);
+/// Where the files of assemblers have the configuration word and the first ID location, byte
+/// addresses. Where nothing is known of the device, the usual ones: for 12-bit words 1FFE and just
+/// above program memory, else the image's own.
+int AssemblerConfigurationAddress(const DeviceRecord& device, const DeviceFact& fact);
+int AssemblerIdAddress(const DeviceRecord& device, const DeviceFact& fact);
 
 /// Where a byte address lies in the device.
-HexPlace PlaceOf(int address, const DeviceRecord& device);
+HexPlace PlaceOf(int address, const DeviceRecord& device, const DeviceFact& fact);
 
 }  // namespace Tamber

@@ -36,6 +36,11 @@ std::optional<RegionFinding> FirstNotBlank(const BlockReply& reply, const BlankR
     return std::nullopt;
 }
 
+// It is the factory's word.
+bool IsSpared(const FunctionRun& run, const RegionFinding& finding) {
+    return finding.Address == run.ProgramWords() - 1 && run.MayStay(*finding.Found);
+}
+
 // False when the board stopped answering or the run is to end.
 bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
     const int blocks = BlockCount(region.Size);
@@ -54,6 +59,10 @@ bool CheckBlocks(FunctionRun& run, const BlankRegion& region) {
         if (!reply)
             return false;
         notBlank = FirstNotBlank(*reply, region, block * BlockWords);
+        if (notBlank && region.Where == Region::ProgramMemory && IsSpared(run, *notBlank)) {
+            run.SparedAny = true;  // it is the last word, with nothing after it
+            notBlank.reset();
+        }
     }
     run.Link().EndRead();
     if (notBlank) {
@@ -78,8 +87,10 @@ void CheckConfiguration(FunctionRun& run) {
     const auto& data = reply->Data;
     const bool idBlank =
         data[0] == BlankLow && data[2] == BlankLow && data[4] == BlankLow && data[6] == BlankLow;
-    const bool configurationBlank = data[ConfigurationOffset] == BlankLow &&
-                                    data[ConfigurationOffset + 1] == BlankConfigurationHigh;
+    const int word = data[ConfigurationOffset + 1] << 8 | data[ConfigurationOffset];
+    constexpr int blankWord = BlankConfigurationHigh << 8 | BlankLow;
+    const bool configurationBlank = (word | run.Spared.KeepMask) == blankWord;
+    run.SparedAny = run.SparedAny || (configurationBlank && word != blankWord);
     run.Link().EndRead();
     if (idBlank && configurationBlank) {
         run.ShowProgress(100);

@@ -58,6 +58,11 @@ int FunctionRun::EepromBytes() const {
     return std::clamp<int>(device_.EepromBytes, 0, MemoryImage::EepromBytesMax);
 }
 
+bool FunctionRun::HasCalibrationWord() const {
+    return ProgramWords() > 0 &&
+           IsCalibrationWord(image_.Word(2 * (ProgramWords() - 1)), device_.TypeCode);
+}
+
 void FunctionRun::BeginRegion(Region region) {
     region_ = region;
     line_ = HeadingText(function_, region);

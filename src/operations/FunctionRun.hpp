@@ -5,6 +5,7 @@
 
 #include "core/AutoSequence.hpp"
 #include "core/DeviceCatalogue.hpp"
+#include "core/DeviceFacts.hpp"
 #include "core/MemoryImage.hpp"
 #include "link/ProgrammerLink.hpp"
 #include "operations/FunctionDisplay.hpp"
@@ -13,6 +14,13 @@
 #include "platform/WindowTimer.hpp"
 
 namespace Tamber {
+
+/// What a device has from its factory and a run leaves out of account: Blank always, Verify where
+/// the image has no calibration word to compare with.
+struct FactoryWords {
+    bool CalibrationWord = false;  ///< the last program word, in its right form
+    std::uint16_t KeepMask = 0;    ///< bits of the configuration word
+};
 
 /// What the device functions share from the opening of the function dialog to its closing: the
 /// device, the image and the link they work on, the message lines, the progress and the pause
@@ -44,6 +52,14 @@ class FunctionRun {
     MessageBoxes& Boxes() { return boxes_; }
     FunctionDisplay& Display() { return display_; }
     const Regions& Ticked() const { return regions_; }
+
+    /// The image has a calibration word for the device.
+    bool HasCalibrationWord() const;
+
+    /// `word`, which the device has in its last program word, is the factory's and may stay.
+    bool MayStay(std::uint16_t word) const {
+        return Spared.CalibrationWord && IsCalibrationWord(word, device_.TypeCode);
+    }
 
     /// The size of the device's program memory in words and of its EEPROM in bytes, cut to what the
     /// image has room for; never negative.
@@ -98,6 +114,8 @@ class FunctionRun {
     bool ErrorFlag = false;        ///< a failure in the data was found since the run began
     bool DeviceFault = false;      ///< a reply did not come since the run began
     bool Stopped = false;          ///< the run was ended before it was through
+    FactoryWords Spared;           ///< none unless the front end says so
+    bool SparedAny = false;        ///< Blank has found some of them
 
   private:
     void ReportDeviceFault();

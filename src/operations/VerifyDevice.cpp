@@ -19,13 +19,24 @@ struct Stretch {
     int Step = 1;  // 2 compares the low bytes only
 };
 
+// The bits of the image's byte at `index` that the device must have.
+std::uint8_t ComparedBits(const FunctionRun& run, int index) {
+    constexpr int configuration = MemoryImage::ConfigurationWord;
+    const int keepMask = run.Spared.KeepMask;
+    if (index == configuration || index == configuration + 1)
+        return static_cast<std::uint8_t>(~(index == configuration ? keepMask : keepMask >> 8));
+    const bool last = run.ProgramWords() > 0 && index / 2 == run.ProgramWords() - 1;
+    return last && run.Spared.CalibrationWord && !run.HasCalibrationWord() ? 0x00 : 0xFF;
+}
+
 // The first byte of `reply` that differs from the image; its Address is its offset in the block.
 std::optional<RegionFinding> FirstDifference(FunctionRun& run, const BlockReply& reply,
                                              const Stretch& stretch) {
     for (int offset = stretch.First; offset < stretch.End; offset += stretch.Step) {
-        const std::uint8_t expected = run.Image().Byte(stretch.Index + offset - stretch.First);
+        const int index = stretch.Index + offset - stretch.First;
+        const std::uint8_t expected = run.Image().Byte(index);
         const std::uint8_t found = reply.Data[static_cast<std::size_t>(offset)];
-        if (found != expected)
+        if (((found ^ expected) & ComparedBits(run, index)) != 0)
             return RegionFinding{offset, expected, found};
     }
     return std::nullopt;

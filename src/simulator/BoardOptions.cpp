@@ -116,10 +116,12 @@ class CommandLine {
     }
 
     void AddDevice() {
-        auto& [type, words, eeprom] = options_.Device;
+        auto& [type, words, eeprom, calibration] = options_.Device;
         AddNumber("--type", "N", "Device type in the socket, 1 to 26", {1, 26}, type);
         AddNumber("--words", "N", "Program words, 0 to 8192", {0, 8192}, words);
         AddNumber("--eeprom", "N", "EEPROM bytes, 0 to 256", {0, 256}, eeprom);
+        AddNumber("--calibration", "WORD", "Calibration word from the factory, 0 to 0x3FFF",
+                  {0, 0x3FFF}, calibration);
         AddText("--load", "FILE", "HEX file the device starts with", options_.LoadFile);
         AddText("--save", "FILE", "HEX file to write on SIGTERM, SIGINT, SIGUSR1 and hang-up",
                 options_.SaveFile);

@@ -11,6 +11,11 @@ DeviceMemory::DeviceMemory(const DeviceShape& shape)
     assert(shape.ProgramWords >= 0 && shape.ProgramWords <= 8192);
     assert(shape.EepromBytes >= 0 && shape.EepromBytes <= 256);
     Erase(0, EndAddress);
+    if (shape.CalibrationWord && shape.ProgramWords > 0) {
+        const auto last = static_cast<std::uint32_t>(shape.ProgramWords - 1) * 2;
+        SetByte(last, static_cast<std::uint8_t>(*shape.CalibrationWord & 0xFF));
+        SetByte(last + 1, static_cast<std::uint8_t>(*shape.CalibrationWord >> 8));
+    }
 }
 
 const std::uint8_t* DeviceMemory::Find(std::uint32_t address) const {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <tl/expected.hpp>
 #include <vector>
@@ -11,8 +12,9 @@ namespace Tamber::Simulator {
 /// What kind of device sits in the socket.
 struct DeviceShape {
     int TypeCode = 7;  ///< 1 to 26; types 1 to 5 have 12-bit program words, the others 14-bit
-    int ProgramWords = 1024;  ///< 0 to 8192
-    int EepromBytes = 64;     ///< 0 to 256; 0: the device has none
+    int ProgramWords = 1024;                  ///< 0 to 8192
+    int EepromBytes = 64;                     ///< 0 to 256; 0: the device has none
+    std::optional<int> CalibrationWord = {};  ///< the factory's, last in program memory
 };
 
 /// The eight words of a block as they travel: each low byte first.
@@ -23,7 +25,8 @@ using BlockBytes = std::array<std::uint8_t, 16>;
 /// configuration word 0x400E..0x400F, EEPROM from 0x4200 (data byte, companion byte).
 ///
 /// Whole bytes are kept as they were written, with no bits masked off, so that a test can compare
-/// them with what was sent. A new device is blank.
+/// them with what was sent. A new device is blank but for its
+/// calibration word, which an erase of program memory takes away.
 class DeviceMemory {
   public:
     static constexpr std::uint32_t IdAddress = 0x4000;

@@ -29,6 +29,7 @@ TEST(BrokenFiles, AreRefusedAtTheValueThatIsWrong) {
     ExpectFailures("devices", [](const fs::path& file) { return DeviceCatalogue::Load(file, 3); });
     ExpectFailures("settings", LoadSettings);
     ExpectFailures("series", LoadAutoSequence);
+    ExpectFailures("facts", DeviceFacts::Load);
 }
 
 TEST(WellFormedFiles, ADeviceListReadsTheSameInEveryLayout) {
@@ -92,6 +93,46 @@ TEST(WellFormedFiles, AnAutoSeriesIsTakenAsItStandsAndSavedInOneForm) {
         EXPECT_TRUE(SaveAutoSequence(folder / "auto.cfg", *series));
         EXPECT_EQ(FileText(folder / "auto.cfg"), saved);
     }
+}
+
+TEST(WellFormedFiles, FactsReadTheSameInEveryLayoutAndWhatIsLeftOutIsNotKnown) {
+    const TestFolder folder;
+    for (const std::string text :
+         {"\"PIC12F675\",1,31FF,0,007F,400E,4000,3000\r\n\"PIC16F628A\",0,21FF,,7F\r\n\"Bare\"\r\n",
+          "\xEF\xBB\xBF\n  PIC12F675 , 1,31ff , 0 ,7f,400e,4000,3000,\n\n"
+          "\"PIC16F628A\",0,21FF,,007F,,,\n\"Bare\",,,,,,,"}) {
+        folder.Write("tamber.inf", text);
+        const auto facts = DeviceFacts::Load(folder / "tamber.inf");
+        ASSERT_TRUE(facts) << Describe(facts.error());
+        EXPECT_EQ(facts->Of("PIC12F675"),
+                  (DeviceFact{"PIC12F675", true, 0x31FF, false, 0x7F, 0x400E, 0x4000, 0x3000}));
+        EXPECT_EQ(facts->Of("PIC16F628A"),
+                  (DeviceFact{"PIC16F628A", false, 0x21FF, {}, 0x7F, {}, {}, {}}));
+        EXPECT_EQ(facts->Of("Bare"), DeviceFact{"Bare"});
+        EXPECT_EQ(facts->Of("pic12f675"), DeviceFact{}) << "no other device";
+    }
+}
+
+TEST(StartUp, GoesOnWithoutFactsAndKeepsWhyTheyCannotBeUsed) {
+    const TestFolder folder;
+    const auto program = std::make_unique<modFunc>();
+    folder.Write("tamber.cfg", "1,1,1");
+    folder.Write("tamber.dev", "\"PIC16F84A\",7,1024,64,1");
+    folder.Write("auto.cfg", "0");
+    folder.Write("tamber.inf", "\"PIC16F84A\",0,3FFF\r\n");
+    EXPECT_TRUE(StartUp(folder.Path(), *program));
+    EXPECT_EQ(SelectedFact(*program).ConfigurationMask, 0x3FFF);
+    folder.Write("tamber.inf", "\"PIC16F84A\",0,3FFF\r\n\"PIC12F675\",yes\r\n");
+    EXPECT_TRUE(StartUp(folder.Path(), *program));
+    EXPECT_EQ(SelectedFact(*program), DeviceFact{}) << "a broken file gives no facts at all";
+    EXPECT_EQ(Describe(program->factsFailure.value()),
+              (folder / "tamber.inf").string() +
+                  ", line 2, field 2\nFound: \"yes\"\nExpected: the calibration word, a "
+                  "hexadecimal number from 0 to 1\n"
+                  "Correct the file and start Tamber again; until then it is not used.");
+    std::filesystem::remove(folder / "tamber.inf");
+    EXPECT_TRUE(StartUp(folder.Path(), *program));
+    EXPECT_FALSE(program->factsFailure) << "the file may be missing";
 }
 
 std::string Devices(int count) {
@@ -170,7 +211,13 @@ TEST_F(StartUpTest, TheDataFilesThatComeWithTheProgramFitTheImage) {
                     record.ProgramWords <= MemoryImage::ProgramWordsMax &&
                     record.EepromBytes >= 0 && record.EepromBytes <= MemoryImage::EepromBytesMax)
             << record.Name;
+        const DeviceFact& fact = program->facts.Of(record.Name);
+        const bool twelveBit = BlankWordHigh(record.TypeCode) == 0x0F;
+        EXPECT_EQ(fact.FileConfiguration, twelveBit ? 0x1FFE : 0x400E) << record.Name;
+        EXPECT_EQ(fact.FileIds, twelveBit ? 2 * record.ProgramWords : 0x4000) << record.Name;
+        EXPECT_EQ(fact.KeepMask.value() & ~fact.ConfigurationMask.value(), 0) << record.Name;
     }
+    EXPECT_EQ(names.size(), 24u);
 }
 
 }  // namespace
