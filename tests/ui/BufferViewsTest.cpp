@@ -48,6 +48,7 @@ struct BufferViewsTest : testing::Test, WindowBench {
 
 TEST_F(BufferViewsTest, ShowWhatTheImageHoldsSideBySide) {
     EXPECT_EQ(Dump()->toPlainText().count('\n'), 16);
+    EXPECT_EQ(View("frmEEPROM")->findChild<QTextEdit*>()->toPlainText().count('\n'), 4);
     EXPECT_LE(Dump()->document()->size().height(), Dump()->viewport()->height());
     EXPECT_EQ(Find<QLabel>("lblCheckSum")->text(), "7C00");
     EXPECT_EQ(Find<QLineEdit>("txtIDLOCS")->text(), "FFFFFFFF");
