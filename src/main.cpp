@@ -28,7 +28,7 @@ void LetDisplayBeMissing() {
 
 // What to do about a start that failed in a folder without its files.
 std::string WorkingFolderHint() {
-    const std::string hint = "\n\nTamber works in the folder that it is started in.";
+    std::string hint = "\n\nTamber works in the folder that it is started in.";
     const QFileInfo sample(QCoreApplication::applicationDirPath() + "/../share/tamber/data");
     if (!sample.isDir())
         return hint;
