@@ -127,7 +127,8 @@ TEST(TextFile, ADiskThatFillsUpLeavesTheOldFileWholeAndNoHalfBesideIt) {
     const rlimit little{1000, limit.rlim_max};
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
-    for (const std::string name : {"file", "linked", "new", std::string(253, 'x').c_str()}) {
+    for (const std::string& name :
+         {std::string("file"), std::string("linked"), std::string("new"), std::string(253, 'x')}) {
         const auto replaced = ReplaceTextFile(folder / name, std::string(100'000, 'x'));
         EXPECT_EQ(replaced.error(), "File too large") << name;
     }
