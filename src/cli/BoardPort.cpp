@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "cli/SimulatedControl.hpp"
 #include "cli/TracedSerialControl.hpp"
 #include "core/TextFile.hpp"
 #include "platform/PortPath.hpp"
-#include "simulator/BoardEngine.hpp"
 #include "simulator/DeviceFile.hpp"
 
 namespace Tamber::Cli {
@@ -48,42 +48,6 @@ Failure Unusable(const std::filesystem::path& file, const std::string& reason) {
 
 }  // namespace
 
-// A simulated board inside the program, where a port would be. It answers at once.
-class BoardPort::SimulatedControl final : public SerialControl {
-  public:
-    SimulatedControl(const Simulator::DeviceShape& shape, Simulator::BoardClock clock)
-        : engine_(std::move(clock), shape) {}
-
-    // A file that does not exist leaves the device new.
-    FileResult LoadSocket(const std::filesystem::path& file) {
-        std::error_code error;
-        if (!std::filesystem::exists(file, error))
-            return {};
-        return ReadTextFile(file).and_then([this](const std::string& text) -> FileResult {
-            return Simulator::LoadDevice(text, engine_.Memory())
-                .map_error([](const Simulator::LineFailure& failure) {
-                    return "line " + std::to_string(failure.Line) + ": " + failure.Cause;
-                });
-        });
-    }
-
-    FileResult SaveSocket(const std::filesystem::path& file) const {
-        return ReplaceTextFile(file, Simulator::DeviceText(engine_.Memory()));
-    }
-
-    FileResult PortOpen(const std::filesystem::path&) override { return {}; }
-    void Output(std::span<const std::uint8_t> bytes) override {
-        engine_.Receive(bytes);
-        engine_.Take(received_);
-    }
-    int InBufferCount() override { return static_cast<int>(received_.size()); }
-    void Input(std::vector<std::uint8_t>& bytes) override { bytes = std::exchange(received_, {}); }
-
-  private:
-    Simulator::BoardEngine engine_;
-    std::vector<std::uint8_t> received_;
-};
-
 BoardPort::BoardPort(Context& context) : context_(context), start_(context.Host.Now()) {}
 
 Outcome BoardPort::Make() {
@@ -107,15 +71,26 @@ void BoardPort::ChoosePort() {
 
 Outcome BoardPort::MakeSimulated() {
     name_ = "the simulated board";
-    auto simulated = std::make_unique<SimulatedControl>(ShapeOf(context_.Device(), context_.Fact()),
-                                                        [this] { return SinceStart(); });
-    simulated_ = simulated.get();
-    control_ = std::move(simulated);
+    simulated_.emplace([this] { return SinceStart(); },
+                       ShapeOf(context_.Device(), context_.Fact()));
+    control_ = std::make_unique<SimulatedControl>(*simulated_);
+    return LoadSocket();
+}
+
+// A file that does not exist leaves the device new.
+Outcome BoardPort::LoadSocket() {
     const std::filesystem::path& socket = context_.Asked.Socket;
-    if (socket.empty())
+    std::error_code error;
+    if (socket.empty() || !std::filesystem::exists(socket, error))
         return {};
-    return simulated_->LoadSocket(socket).map_error(
-        [&](const std::string& reason) { return Unusable(socket, reason); });
+    return ReadTextFile(socket)
+        .and_then([this](const std::string& text) -> FileResult {
+            return Simulator::LoadDevice(text, simulated_->Memory())
+                .map_error([](const Simulator::LineFailure& failure) {
+                    return "line " + std::to_string(failure.Line) + ": " + failure.Cause;
+                });
+        })
+        .map_error([&](const std::string& reason) { return Unusable(socket, reason); });
 }
 
 Outcome BoardPort::AddTrace() {
@@ -132,8 +107,8 @@ Outcome BoardPort::SaveSocket() const {
     const std::filesystem::path& socket = context_.Asked.Socket;
     if (!simulated_ || socket.empty())
         return {};
-    return simulated_->SaveSocket(socket).map_error(
-        [&](const std::string& reason) { return Unusable(socket, reason); });
+    return ReplaceTextFile(socket, Simulator::DeviceText(simulated_->Memory()))
+        .map_error([&](const std::string& reason) { return Unusable(socket, reason); });
 }
 
 }  // namespace Tamber::Cli

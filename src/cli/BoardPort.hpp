@@ -7,6 +7,7 @@
 
 #include "cli/Context.hpp"
 #include "platform/SerialControl.hpp"
+#include "simulator/BoardEngine.hpp"
 
 namespace Tamber::Cli {
 
@@ -31,10 +32,9 @@ class BoardPort {
     [[nodiscard]] Outcome SaveSocket() const;
 
   private:
-    class SimulatedControl;
-
     void ChoosePort();
     [[nodiscard]] Outcome MakeSimulated();
+    [[nodiscard]] Outcome LoadSocket();
     [[nodiscard]] Outcome AddTrace();
     std::chrono::microseconds SinceStart() const { return context_.Host.Now() - start_; }
 
@@ -44,7 +44,7 @@ class BoardPort {
     std::filesystem::path path_;
     std::optional<int> commPort_;
     std::ofstream trace_;
-    SimulatedControl* simulated_ = nullptr;
+    std::optional<Simulator::BoardEngine> simulated_;
     std::unique_ptr<SerialControl> control_;
 };
 

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "WindowBench.hpp"
+#include "cli/SimulatedControl.hpp"
 #include "cli/TracedSerialControl.hpp"
 #include "platform/qt/QtSerialControl.hpp"
 
@@ -66,6 +67,31 @@ struct TracedLine : FakeLine {
     }
 };
 
+// A board that sends what the test says.
+struct SimulatedLine : Simulator::BoardLine {
+    void Send(const Bytes& bytes) { toHost = bytes; }
+    std::string Arrived() { return "> " + HexBytes(fromHost); }
+    void Lose() { lost = true; }
+    int Wakings() { return 0; }
+
+    void Receive(std::span<const std::uint8_t> bytes) override {
+        fromHost.insert(fromHost.end(), bytes.begin(), bytes.end());
+    }
+    std::optional<std::chrono::microseconds> NextDue() const override { return {}; }
+    void Take(Bytes& bytes) override {
+        const Bytes taken = std::exchange(toHost, {});
+        bytes.insert(bytes.end(), taken.begin(), taken.end());
+    }
+    bool HungUp() const override { return lost; }
+
+    Bytes fromHost, toHost;
+    bool lost = false;
+    std::filesystem::path path = "com1";
+    FakeDesktop desktop;
+    EventDelivery& events = desktop.Events();
+    std::unique_ptr<SerialControl> control = std::make_unique<Cli::SimulatedControl>(*this);
+};
+
 template <typename Line>
 struct EverySerialControl : testing::Test, Line {
     // Nothing comes from the port, and what is sent is lost, without a word.
@@ -77,7 +103,7 @@ struct EverySerialControl : testing::Test, Line {
         EXPECT_THAT(bytes, testing::IsEmpty());
     }
 };
-using Lines = testing::Types<SystemLine, FakeLine, TracedLine>;
+using Lines = testing::Types<SystemLine, FakeLine, TracedLine, SimulatedLine>;
 TYPED_TEST_SUITE(EverySerialControl, Lines, );
 
 TYPED_TEST(EverySerialControl, CarriesEveryByteUnchangedAndInOrder) {
