@@ -1,4 +1,5 @@
 #include "WindowBench.hpp"
+#include "ui/Opening.hpp"
 #include "ui/frmAbout.hpp"
 
 namespace Tamber {
@@ -147,6 +148,19 @@ TEST_F(SmallDialogs, SeriesIsComposedAndStoredOrSaysWhyNot) {
     EXPECT_THAT(desktop.record, testing::ElementsAre(testing::HasSubstr("auto.cfg"),
                                                      testing::HasSubstr("tamber.cfg")));
     EXPECT_FALSE(window->isVisible()) << "the program ends all the same";
+}
+
+TEST_F(SmallDialogs, EndOfTheDesktopSessionWritesTheSettingsBesideAnOpenBox) {
+    Opening opening(program, desktop);
+    opening.Begin();
+    desktop.whileBoxIsOpen = [&] {
+        std::filesystem::remove(program.AppPath / "tamber.cfg");
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    };
+    desktop.Events().DeliverEvents();  // the splash goes, the main window comes, with its box
+    Settle();
+    EXPECT_EQ(Contents("tamber.cfg"), "2\r\n2\r\n1\r\n");
 }
 
 TEST(AboutBox, GoesOnceAfterThreeSecondsAtAKeyOrAtAClickOnItsBackground) {
