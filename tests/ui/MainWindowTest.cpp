@@ -63,6 +63,11 @@ TEST_F(MainWindow, LoadShowsTheFileAndSaveWritesItBack) {
     Choose("BufferClearAll");
     Choose("FileLoad");
     EXPECT_EQ(program.image, loaded);
+
+    Choose("BufferClearAll");
+    desktop.chosenFile.reset();
+    Choose("FileLoad");
+    EXPECT_NE(program.image, loaded) << "the dialog was cancelled";
 }
 
 TEST_F(MainWindow, LoadOrSaveThatFailsLeavesEverythingAsItWas) {
