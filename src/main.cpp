@@ -18,12 +18,10 @@ using namespace Tamber;
 // Where no display can be opened, Qt would end the program by itself. A platform without a display,
 // named after the desktop's own, lets the program say what is wrong. The user's choice goes first.
 void LetDisplayBeMissing() {
-#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
                                        ? "wayland;xcb;offscreen"
                                        : "xcb;offscreen");
-#endif
 }
 
 // What to do about a start that failed in a folder without its files.
@@ -32,7 +30,9 @@ std::string WorkingFolderHint() {
     const QFileInfo sample(QCoreApplication::applicationDirPath() + "/../share/tamber/data");
     if (!sample.isDir())
         return hint;
-    return hint + " To begin with, copy the sample folder " +
+    return hint +
+           " tamber-start, or the desktop's menu, starts it in a folder of your own and makes that "
+           "folder the first time. For another folder, copy the sample folder " +
            sample.canonicalFilePath().toStdString() + " and start it there.";
 }
 
@@ -47,6 +47,7 @@ int main(int, char** argv) {
     const bool displayChosen = qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
     LetDisplayBeMissing();
     QApplication application(argumentCount, argv);
+    QGuiApplication::setDesktopFileName("tamber");
     const bool display = displayChosen || QGuiApplication::platformName() != "offscreen";
 
     if (!started)

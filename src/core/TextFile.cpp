@@ -1,5 +1,10 @@
 #include "core/TextFile.hpp"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -9,15 +14,6 @@
 #include <memory>
 #include <system_error>
 #include <utility>
-
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/xattr.h>
-#include <unistd.h>
-#endif
 
 namespace Tamber {
 namespace {
@@ -29,11 +25,7 @@ using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
 // `mode` as for fopen; with an "x" in it, a file that exists is not opened.
 FileHandle Open(const std::filesystem::path& path, const char* mode) {
-#ifdef _WIN32
-    return FileHandle(_wfopen(path.c_str(), std::filesystem::path(mode).c_str()));
-#else
     return FileHandle(std::fopen(path.c_str(), mode));
-#endif
 }
 
 using Done = tl::expected<void, std::string>;
@@ -43,11 +35,7 @@ std::string LastReason() {
 }
 
 bool ForceToDisk(std::FILE* file) {
-#ifdef _WIN32
-    return _commit(_fileno(file)) == 0;
-#else
     return fsync(fileno(file)) == 0;
-#endif
 }
 
 // The file that a chain of links leads to, whether or not it exists.
@@ -80,12 +68,10 @@ tl::expected<FileHandle, std::string> OpenToRead(const std::filesystem::path& pa
 }
 
 // Whether a file can be made in the folder of `target`.
-Done CheckFolder([[maybe_unused]] const std::filesystem::path& target) {
-#ifndef _WIN32
+Done CheckFolder(const std::filesystem::path& target) {
     const std::filesystem::path folder = target.parent_path();
     if (access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0)
         return tl::unexpected(LastReason());
-#endif
     return {};
 }
 
@@ -127,16 +113,13 @@ Done WriteInPlace(const std::filesystem::path& target, std::string_view text, bo
 // Gives `beside` what `target`, which it is to replace, has besides its text: owner, permissions
 // and extended attributes, as far as the system lets it. The text comes after that, so that nobody
 // reads it who could not read the old one.
-void TakeOver([[maybe_unused]] const std::filesystem::path& target,
-              [[maybe_unused]] const std::filesystem::path& beside) {
-#ifndef _WIN32
+void TakeOver(const std::filesystem::path& target, const std::filesystem::path& beside) {
     struct stat old {};
     if (stat(target.c_str(), &old) != 0)
         return;
     if (chown(beside.c_str(), old.st_uid, old.st_gid) != 0)
         (void)!chown(beside.c_str(), static_cast<uid_t>(-1), old.st_gid);
     (void)!chmod(beside.c_str(), old.st_mode & 07777U);
-#ifdef __linux__
     char names[4096];
     const ssize_t length = listxattr(target.c_str(), names, sizeof names);
     for (const char* name = names; name < names + length; name += std::strlen(name) + 1) {
@@ -144,20 +127,16 @@ void TakeOver([[maybe_unused]] const std::filesystem::path& target,
         if (const ssize_t size = getxattr(target.c_str(), name, value, sizeof value); size >= 0)
             (void)setxattr(beside.c_str(), name, value, static_cast<std::size_t>(size), 0);
     }
-#endif
-#endif
 }
 
 // A new name survives a power failure only once its folder is on the disk.
-void ForceFolderToDisk([[maybe_unused]] const std::filesystem::path& target) {
-#ifndef _WIN32
+void ForceFolderToDisk(const std::filesystem::path& target) {
     const std::filesystem::path folder = target.parent_path();
     const int handle = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
     if (handle < 0)
         return;
     fsync(handle);
     close(handle);
-#endif
 }
 
 Done WriteBeside(FileHandle file, const std::filesystem::path& beside,

@@ -4,29 +4,20 @@
 
 namespace Tamber {
 
-std::filesystem::path PortPath([[maybe_unused]] const std::filesystem::path& directory,
-                               int commPort) {
-#ifdef _WIN32
-    return "COM" + std::to_string(commPort);
-#else
+std::filesystem::path PortPath(const std::filesystem::path& directory, int commPort) {
     std::filesystem::path local = directory / ("com" + std::to_string(commPort));
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::symlink_status(local, error)))
         return local;
     return "/dev/ttyS" + std::to_string(commPort - 1);
-#endif
 }
 
 std::string PortDescription(const std::filesystem::path& directory, int commPort) {
     const std::filesystem::path path = PortPath(directory, commPort);
-#ifdef _WIN32
-    return path.string();
-#else
     std::error_code error;
     const std::filesystem::path target = std::filesystem::read_symlink(path, error);
     const std::string link = error ? path.string() : path.string() + " -> " + target.string();
     return link + (std::filesystem::exists(path, error) ? ", present" : ", not there");
-#endif
 }
 
 }  // namespace Tamber

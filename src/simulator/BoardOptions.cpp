@@ -83,12 +83,13 @@ class CommandLine {
   private:
     // An option whose value `store` takes; it returns false for one that is not valid.
     template <typename Store>
-    void Add(const std::string& name, const char* form, const std::string& meaning, Store store) {
+    CLI::Option* Add(const std::string& name, const char* form, const std::string& meaning,
+                     Store store) {
         const auto take = [=](const std::string& text) {
             if (!store(text))
                 throw CLI::ValidationError(name + ' ' + text + " is not valid: " + meaning);
         };
-        app_.add_option_function<std::string>(name, take, meaning)
+        return app_.add_option_function<std::string>(name, take, meaning)
             ->type_name(form)
             ->take_last()
             ->group(group_);
@@ -134,15 +135,19 @@ class CommandLine {
                 options_.Identity.Name = text;
                 return !text.empty() && text.size() <= 5 && Printable(text);
             });
-        Add("--version", "X.Y", "The board's version, two characters around a point",
+        Add("--version", "X.Y",
+            "The board's version, two characters around a point; without them, show the program's",
             [&](const std::string& text) {
+                if (text.empty())
+                    throw CLI::CallForVersion("tamber-board " TAMBER_VERSION "\n", 0);
                 const bool good = text.size() == 3 && text[1] == '.' && Printable(text);
                 if (good) {
                     options_.Identity.Major = text.front();
                     options_.Identity.Minor = text.back();
                 }
                 return good;
-            });
+            })
+            ->expected(0, 1);
         AddText("--link", "PATH", "Keep a symbolic link to the pseudo-terminal there",
                 options_.Link);
         AddNumber("--pace", "BAUD",
@@ -207,6 +212,8 @@ tl::expected<BoardOptions, Ending> ParseBoardOptions(std::vector<std::string> wo
     try {
         line.Parse(std::move(words));
         return options;
+    } catch (const CLI::CallForVersion& version) {
+        return tl::unexpected(Ending{0, version.what()});
     } catch (const CLI::Success&) {
         return tl::unexpected(Ending{0, line.Help()});
     } catch (const CLI::ParseError& error) {

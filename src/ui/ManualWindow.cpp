@@ -66,12 +66,14 @@ class ManualKeeper final : public QObject {
 
 }  // namespace
 
-void ManualWindow::ShowBeside(QWidget& mainWindow) {
+void ManualWindow::ShowBeside(QWidget& mainWindow, const char* page) {
     auto* keeper = static_cast<ManualKeeper*>(
         mainWindow.findChild<QObject*>(KeeperName, Qt::FindDirectChildrenOnly));
     if (!keeper)
         keeper = new ManualKeeper(mainWindow);
     ManualWindow& manual = keeper->window;
+    if (page)
+        manual.txtManual->setSource(Address(page));
     if (manual.isMinimized())
         manual.showNormal();
     manual.show();

@@ -15,9 +15,10 @@ namespace Tamber {
 /// Ctrl+W close the window.
 class ManualWindow : public QWidget {
   public:
-    /// Shows the manual, or brings it to the front if it is already on the screen. It is hidden
-    /// when `mainWindow` is closed and destroyed together with it.
-    static void ShowBeside(QWidget& mainWindow);
+    /// Shows the manual, or brings it to the front if it is already on the screen, with `page`, a
+    /// file name, open in it if one is given. It is hidden when `mainWindow` is closed and
+    /// destroyed together with it.
+    static void ShowBeside(QWidget& mainWindow, const char* page = nullptr);
 
     ManualWindow();
 

@@ -57,6 +57,7 @@ void frmAbout::MakeControls() {
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint);
     setFixedSize(Pixels(4905), Pixels(3090));
     setAccessibleName("About");
+    setToolTip("Tamber " TAMBER_VERSION);
     QPalette palette;
     palette.setColor(QPalette::Window, PaleBlue);
     setPalette(palette);

@@ -129,9 +129,18 @@ void mdiMain::ShowProgrammerInfo() {
         platform_.Boxes().Show(Describe({VisibleText(board.Name), VisibleText(board.Version)}),
                                ProgramTitle, BoxIcon::None);
     else
-        platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
+        ShowNoBoard();
     BufferView_Click();
     Activated = true;
+}
+
+void mdiMain::ShowNoBoard() {
+    platform_.Boxes().Show(NoReplyText, NoReplyTitle, BoxIcon::Critical);
+    notices_->Show({.Subject = "board",
+                    .Text = "No board has answered. The manual tells how to attach one.",
+                    .Action = NoticeAction{"Attaching a board", [this] {
+                                               ManualWindow::ShowBeside(*this, "board.html");
+                                           }}});
 }
 
 // A running function needs its dialog and this window until it ends.

@@ -57,6 +57,7 @@ class mdiMain : public QMainWindow {
     void MDIForm_Activate();
     void MDIForm_Unload();
     void ShowProgrammerInfo();
+    void ShowNoBoard();
     void ShowPortFailure(const std::string& reason);
 
     void FileLoad_Click();

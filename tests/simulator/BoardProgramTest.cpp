@@ -143,6 +143,7 @@ TEST_F(BoardProgramTest, RefusesToStartWithAReason) {
         {{"--words", "8193"}, 2, "--words 8193 is not valid"},
         {{"--name", "TAMBER"}, 2, "--name TAMBER is not valid"},
         {{"--link", ""}, 2, "--link"},
+        {{"--version"}, 0, "tamber-board " TAMBER_VERSION "\n"},
         {{"--help"}, 0, "--hang-up-in-reply K"},
     };
     for (const auto& [arguments, status, reason] : cases) {

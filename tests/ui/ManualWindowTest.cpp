@@ -84,6 +84,16 @@ TEST(Manual, IsZoomedAndClosedByKeys) {
     EXPECT_FALSE(manual.isVisible());
 }
 
+TEST(Help, OpensThePageOnAttachingABoardFromTheStripWhenNoneHasAnswered) {
+    WindowBench bench({"PIC16F84A", 7, 1024, 64, 1}, {}, "No such file or directory");
+    EXPECT_TRUE(bench.Said().find("No board has answered.") != std::string::npos) << bench.Said();
+    bench.Click("cmdRemedyOfFirst");
+    ASSERT_NE(ManualOnScreen(), nullptr);
+    const auto* text = ManualOnScreen()->findChild<QTextBrowser*>("txtManual");
+    EXPECT_EQ(text->source().fileName(), "board.html");
+    EXPECT_TRUE(text->toPlainText().contains("Attaching a board"));
+}
+
 TEST(ManualPages, EveryLinkLeadsSomewhere) {
     QString all;
     for (const QFileInfo& page : QDir(":/manual").entryInfoList({"*.html"})) {

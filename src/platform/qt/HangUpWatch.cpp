@@ -1,24 +1,17 @@
 #include "platform/qt/HangUpWatch.hpp"
 
-#include <QEvent>
-#include <QSocketNotifier>
-#include <utility>
-
-#ifdef Q_OS_UNIX
 #include <termios.h>
 
+#include <QEvent>
+#include <QSocketNotifier>
 #include <cerrno>
-#endif
+#include <utility>
 
 namespace Tamber {
 
-bool HungUp([[maybe_unused]] const QSerialPort& port) {
-#ifdef Q_OS_UNIX
+bool HungUp(const QSerialPort& port) {
     termios line{};
     return tcgetattr(port.handle(), &line) != 0 && errno == EIO;
-#else
-    return false;
-#endif
 }
 
 // The port sleeps on notifiers of its own.

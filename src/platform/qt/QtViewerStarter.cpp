@@ -1,12 +1,10 @@
 #include "platform/qt/QtViewerStarter.hpp"
 
+#include <unistd.h>
+
 #include <QProcess>
 #include <QStringList>
 #include <algorithm>
-
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace Tamber {
 
@@ -18,16 +16,12 @@ class ViewerProcess final : public QProcess {
         setStandardInputFile(nullDevice());
         setStandardOutputFile(nullDevice());
         setStandardErrorFile(nullDevice());
-#ifdef Q_OS_UNIX
         // Keys at the program's terminal, such as Ctrl+C, are not meant for it.
         setChildProcessModifier([] { (void)setsid(); });
-#endif
     }
 
     // QProcess kills a process that it takes for running.
-    ~ViewerProcess() override {
-        setProcessState(QProcess::NotRunning);
-    }
+    ~ViewerProcess() override { setProcessState(QProcess::NotRunning); }
 
     std::chrono::steady_clock::duration Age() const {
         return std::chrono::steady_clock::now() - started_;
