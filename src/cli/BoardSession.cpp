@@ -13,7 +13,7 @@
 namespace Tamber::Cli {
 namespace {
 
-// No byte may follow an identification for this long.
+// No byte may follow an identification, or the last reply of a region, for this long.
 constexpr std::chrono::milliseconds Silence(20);
 
 constexpr char LostText[] = "The port went away.";
@@ -27,6 +27,8 @@ Outcome BoardSession::Open() {
         return outcome;
     totmr_ = context_.Host.NewTimer();
     tmrWait_ = context_.Host.NewTimer();
+    silence_ = context_.Host.NewTimer();
+    silence_->SetInterval(Silence);
     link_.emplace(context_.Program.link, port_.Control(), *totmr_, context_.Host.Events());
     return OpenPort().and_then([this] { return Identify(); });
 }
@@ -41,9 +43,8 @@ Outcome BoardSession::OpenPort() {
 }
 
 Outcome BoardSession::Identify() {
-    const auto silence = context_.Host.NewTimer();
-    silence->SetInterval(Silence);
-    link_->IdentifyProgrammerAtOnce(*silence, [this] { return Ended(); });
+    link_->EmptyLine();
+    link_->IdentifyProgrammerAtOnce(*silence_, [this] { return Ended(); });
     if (context_.Host.Interrupted())
         return Failed(ExitStatus::Interrupted);
     if (port_.Control().PortLost())
@@ -99,20 +100,26 @@ Outcome BoardSession::RunQuietly(MemoryImage& image, FunctionCode function, cons
 Outcome BoardSession::RunInto(MemoryImage& image, FunctionCode function, const Regions& regions) {
     FunctionRun run(context_.Device(), image, context_.Program.autoSequence, *link_, *tmrWait_,
                     context_.Host.Events(), *this, *this);
+    link_->EmptyLine();
+    (void)link_->TakeFinding();
     if (!std::exchange(typeNamed_, true))
         link_->SelectDeviceType(context_.Device().TypeCode);
     run.Spared = spared_;
     running_ = &run;
     run.Run(function, regions);
     running_ = nullptr;
+    if (!run.DeviceFault)
+        link_->WatchSilence(*silence_, [this] { return Ended(); });
     sparedAny_ = sparedAny_ || run.SparedAny;
     return OutcomeOf(run);
 }
 
 // A silent board comes first: it has caused whatever else went wrong.
-Outcome BoardSession::OutcomeOf(const FunctionRun& run) const {
+Outcome BoardSession::OutcomeOf(const FunctionRun& run) {
     if (port_.Control().PortLost())
         return Failed(ExitStatus::BoardSilent, LostText);
+    if (const auto finding = link_->TakeFinding())
+        return Failed(ExitStatus::BoardSilent, "the line is out of step: " + Describe(*finding));
     if (run.DeviceFault)
         return Failed(ExitStatus::BoardSilent);
     if (run.Stopped)
@@ -144,11 +151,22 @@ void BoardSession::LineEnds(int, const std::string& text, const RegionResult& re
     if (quiet_)
         return;
     heading_.clear();
-    reports_.back().Lines.push_back(text);
     results_.push_back(result);
     if (result.Outcome == RegionOutcome::Failed && !failed_)
         failed_ = result.Function;
-    context_.Screen.Result(text, result.Outcome == RegionOutcome::Good ? Tone::Good : Tone::Bad);
+    const bool good = result.Outcome == RegionOutcome::Good;
+    const std::string doubt = good ? Doubt() : "";
+    const std::string shown =
+        text.substr(0, text.size() - (doubt.empty() ? 0 : std::string_view(OkText).size())) + doubt;
+    reports_.back().Lines.push_back(shown);
+    context_.Screen.Result(shown, good && doubt.empty() ? Tone::Good : Tone::Bad);
+}
+
+std::string BoardSession::Doubt() {
+    link_->WatchSilence(*silence_, [this] { return Ended(); });
+    if (port_.Control().PortLost())
+        return DeviceFaultText;
+    return link_->HasFinding() ? InterruptedText : "";
 }
 
 void BoardSession::ProgressMoves(std::int16_t percent) {
@@ -158,7 +176,7 @@ void BoardSession::ProgressMoves(std::int16_t percent) {
 
 bool BoardSession::StopRequested() {
     const bool ended = undisturbed_ ? port_.Control().PortLost() : Ended();
-    return ended || running_->DeviceFault;
+    return ended || running_->DeviceFault || link_->HasFinding();
 }
 
 bool BoardSession::Ended() const {

@@ -12,8 +12,9 @@
 namespace Tamber::Cli {
 
 /// One visit to a board: the port is opened, the board identified, functions run. A run shows a
-/// line for each region, and a bar while it lasts. The port closes and the trace ends with the
-/// session.
+/// line for each region, and a bar while it lasts. It begins with an empty line; a sign that the
+/// line is out of step ends it, and nothing that came of it is called good. The port closes and the
+/// trace ends with the session.
 class BoardSession : private FunctionDisplay, private MessageBoxes {
   public:
     explicit BoardSession(Context& context);
@@ -65,6 +66,10 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     // Nobody needs to close a box; it is a line on standard error.
     void Show(const std::string& text, const std::string& title, BoxIcon icon) override;
 
+    // What a good line ends with in place of its OK, because the line did not stay silent or the
+    // port is gone; empty: neither.
+    [[nodiscard]] std::string Doubt();
+
     // The user wants to end, or the port has gone away.
     bool Ended() const;
 
@@ -74,12 +79,13 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
                                   const Regions& regions);
     [[nodiscard]] Outcome RunQuietly(MemoryImage& image, FunctionCode function,
                                      const Regions& regions, const std::string& heading);
-    [[nodiscard]] Outcome OutcomeOf(const FunctionRun& run) const;
+    [[nodiscard]] Outcome OutcomeOf(const FunctionRun& run);
 
     Context& context_;
     BoardPort port_;
     std::unique_ptr<WindowTimer> totmr_;
     std::unique_ptr<WindowTimer> tmrWait_;
+    std::unique_ptr<WindowTimer> silence_;
     std::optional<ProgrammerLink> link_;
     const FunctionRun* running_ = nullptr;
     bool typeNamed_ = false;

@@ -109,6 +109,19 @@ void ProgrammerLink::FindLeftOver() {
         Find({waiting, {}});
 }
 
+void ProgrammerLink::WatchSilence(WindowTimer& silence, const std::function<bool()>& givenUp) {
+    bool silent = false;
+    silence.OnTick([&] {
+        cm_.TakeIn();
+        silent = true;
+    });
+    silence.Enable();
+    DeliverEventsUntil(events_, [&] { return silent || cm_.InBufferCount() > 0 || givenUp(); });
+    silence.Disable();
+    silence.OnTick({});
+    FindLeftOver();
+}
+
 void ProgrammerLink::EmptyLine() {
     cm_.TakeIn();
     cm_.Input(ReplyBytes);

@@ -84,6 +84,13 @@ class ProgrammerLink {
     /// The first finding since the last call.
     std::optional<LineFinding> TakeFinding() { return std::exchange(finding_, std::nullopt); }
 
+    bool HasFinding() const { return finding_.has_value(); }
+
+    /// Lets one period of `silence` pass, while nothing is asked for, or less once something has
+    /// come, which counts among the findings, or `givenUp` says so. Takes over the tick of
+    /// `silence` while it lasts.
+    void WatchSilence(WindowTimer& silence, const std::function<bool()>& givenUp);
+
     /// Counts what waits at the port, while nothing is asked for, among the findings.
     void FindLeftOver();
 

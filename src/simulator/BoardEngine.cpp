@@ -34,6 +34,11 @@ void BoardEngine::Obey(const Frame& frame) {
     lastFrame_ = Now();
 }
 
+void BoardEngine::Reset() {
+    writeOpen_ = false;
+    toldType_ = memory_.Shape().TypeCode;
+}
+
 std::string BoardEngine::CarryOut(char letter) {
     // A host that waits for an answer gives up after a second and begins anew.
     const bool abandoned = Now() - lastFrame_ >= std::chrono::seconds(1);

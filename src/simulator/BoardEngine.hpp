@@ -30,6 +30,7 @@ class BoardEngine : public FramedBoard {
                 BoardTrace trace = {});
 
     void Obey(const Frame& frame) override;
+    void Reset() override;
 
     /// The device in the socket, to look into and to change between requests.
     DeviceMemory& Memory() { return memory_; }

@@ -28,6 +28,9 @@ class BoardLine {
     /// Appends every reply byte that is due by now, in order, to `bytes`. Each byte comes once.
     virtual void Take(std::vector<std::uint8_t>& bytes) = 0;
 
+    /// False while the board does not read its line: what the host writes stays on its way.
+    virtual bool Reads() const { return true; }
+
     /// True once the board has gone from the line for good: it takes and gives nothing more.
     virtual bool HungUp() const = 0;
 };

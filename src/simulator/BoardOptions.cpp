@@ -17,6 +17,7 @@ struct Range {
 constexpr Range Request{1, 1'000'000};
 constexpr Range Length{0, 1024};
 constexpr Range Byte{0, 0xFF};
+constexpr Range Milliseconds{0, 1'000'000};
 
 constexpr char FaultGroup[] = "Faults";
 
@@ -100,7 +101,7 @@ class CommandLine {
     }
 
     template <typename Store>
-    void AddNumbers(const char* name, const char* form, const char* meaning,
+    void AddNumbers(const char* name, const char* form, const std::string& meaning,
                     const std::vector<Range>& ranges, Store store) {
         Add(name, form, meaning, [=](const std::string& text) {
             const Numbers numbers = NumbersFrom(text, ranges);
@@ -183,15 +184,54 @@ class CommandLine {
                   plan_.IdentificationLength);
         Add("--delay", "[K:]MS", "The reply to request K, or every one, is MS milliseconds late",
             [&](const std::string& text) { return StoreDelay(text); });
+        AddExtra("--extra-front", "in front of the reply to", FaultPlan::Place::Front);
+        AddExtra("--extra-inside", "in the middle of the reply to", FaultPlan::Place::Inside);
+        AddExtra("--extra-after", "right behind the reply to", FaultPlan::Place::After);
+        AddNumbers(
+            "--extra-later", "K:N:MS",
+            "N bytes, 1 to 1024, that nobody asked for come MS milliseconds after request K",
+            {Request, {1, 1024}, Milliseconds}, [&](auto& n) {
+                plan_.Extra.push_back({n[0], static_cast<std::size_t>(n[1]),
+                                       FaultPlan::Place::Later, std::chrono::milliseconds(n[2])});
+            });
+        AddNumbers("--flip-data", "K:N", "N bits, 1 to 128, of the reply to request K are turned",
+                   {Request, {1, 128}}, [&](auto& n) {
+                       plan_.FlippedData = {n[0], static_cast<std::size_t>(n[1])};
+                   });
+        AddNumber("--flip-count", "K", "A bit of the count of the reply to request K is turned",
+                  Request, plan_.FlippedCount);
+        AddNumber("--repeat-reply", "K", "The reply to request K is the one before again", Request,
+                  plan_.RepeatedReply);
+        AddNumber("--damage-request", "K", "A bit of request K is turned on its way", Request,
+                  plan_.DamagedRequest);
+        AddNumber("--reset", "K", "Reset in the middle of the reply to request K", Request,
+                  plan_.ResetInReply);
+        AddNumbers("--not-read", "K:MS",
+                   "The line is not read for MS milliseconds, from request K on",
+                   {Request, Milliseconds}, [&](auto& n) {
+                       plan_.Unread = {n[0], std::chrono::milliseconds(n[1])};
+                   });
+        AddNumber("--seed", "N", "What draws the bits that are turned, 0 to 1000000",
+                  {0, 1'000'000}, plan_.Seed);
+        app_.add_flag("--count-erases", plan_.CountErases, "Erase commands count as requests")
+            ->group(group_);
         AddNumber("--hang-up", "K", "Hang up at request K", Request, plan_.HangUpAtRequest);
         AddNumber("--hang-up-in-reply", "K", "Hang up in the middle of the reply to request K",
                   Request, plan_.HangUpInReply);
     }
 
+    void AddExtra(const char* name, const char* where, FaultPlan::Place place) {
+        AddNumbers(
+            name, "K:N",
+            std::string("N bytes, 1 to 1024, that nobody asked for come ") + where + " request K",
+            {Request, {1, 1024}}, [this, place](auto& n) {
+                plan_.Extra.push_back({n[0], static_cast<std::size_t>(n[1]), place, {}});
+            });
+    }
+
     bool StoreDelay(const std::string& text) {
-        constexpr Range milliseconds{0, 1'000'000};
         const bool all = text.find(':') == std::string::npos;
-        const Numbers numbers = NumbersFrom(all ? "1:" + text : text, {Request, milliseconds});
+        const Numbers numbers = NumbersFrom(all ? "1:" + text : text, {Request, Milliseconds});
         if (!numbers.empty())
             plan_.Delay = {all ? std::nullopt : std::optional(numbers[0]),
                            std::chrono::milliseconds(numbers[1])};

@@ -28,8 +28,10 @@ extern "C" void NoteSignal(int signal) {
 
 constexpr std::array Caught{SIGTERM, SIGINT, SIGUSR1};
 
-// Sleeps until the host has written, `due` has come or a signal has been noticed.
-void Sleep(int descriptor, const BoardClock& clock, std::optional<std::chrono::microseconds> due) {
+// Sleeps until the host has written where that is to be `read`, `due` has come or a signal has been
+// noticed.
+void Sleep(int descriptor, bool read, const BoardClock& clock,
+           std::optional<std::chrono::microseconds> due) {
     timespec left{};
     if (due) {
         const auto wait = std::max(*due - clock(), std::chrono::microseconds{});
@@ -39,7 +41,7 @@ void Sleep(int descriptor, const BoardClock& clock, std::optional<std::chrono::m
     // The signals are blocked everywhere else: none is missed between checking and sleeping.
     sigset_t none;
     sigemptyset(&none);
-    pollfd wanted{descriptor, POLLIN, 0};
+    pollfd wanted{descriptor, static_cast<short>(read ? POLLIN : 0), 0};
     ::ppoll(&wanted, 1, due ? &left : nullptr, &none);
 }
 
@@ -68,8 +70,9 @@ void Serve(BoardLine& line, const BoardClock& clock, const PseudoTerminal& termi
     std::array<std::uint8_t, 4096> buffer{};
     std::vector<std::uint8_t> replies;
     while (!line.HungUp()) {
-        Sleep(terminal.Descriptor(), clock, line.NextDue());
-        line.Receive(terminal.Read(buffer));
+        Sleep(terminal.Descriptor(), line.Reads(), clock, line.NextDue());
+        if (line.Reads())
+            line.Receive(terminal.Read(buffer));
         replies.clear();
         line.Take(replies);
         terminal.Write(replies);

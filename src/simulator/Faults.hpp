@@ -1,5 +1,7 @@
 #pragma once
 
+#include <random>
+
 #include "simulator/FramedBoard.hpp"
 
 namespace Tamber::Simulator {
@@ -26,6 +28,22 @@ struct FaultPlan {
         std::chrono::milliseconds Time{};
     };
 
+    enum class Place { Front, Inside, After, Later };
+    struct ExtraFault {
+        int Request = 0;
+        std::size_t Count = 0;
+        Place Where = Place::Front;
+        std::chrono::milliseconds Time{};  ///< after the request; for Later
+    };
+    struct FlipFault {
+        int Request = 0;
+        std::size_t Bits = 0;
+    };
+    struct PauseFault {
+        int Request = 0;
+        std::chrono::milliseconds Time{};
+    };
+
     /// The board is dead from this request on: it neither answers nor carries out anything.
     std::optional<int> SilentFrom;
     /// The reply is cut to this many bytes, or filled up to them with 0xEE; 0: carried out but
@@ -40,6 +58,27 @@ struct FaultPlan {
     std::optional<std::size_t> IdentificationLength;
     /// Replies come this much later; what follows waits for them.
     std::optional<DelayFault> Delay;
+    /// Bytes 0xEE that nobody asked for come in front of a reply, in its middle, behind it, or
+    /// later, without delaying what follows.
+    std::vector<ExtraFault> Extra;
+    /// So many different bits of a reply, drawn by Seed, are turned; the count byte has none of
+    /// them.
+    std::optional<FlipFault> FlippedData;
+    /// One bit of the reply's count byte, drawn by Seed, is turned.
+    std::optional<int> FlippedCount;
+    /// The reply is the one of the request before again; the first one has none.
+    std::optional<int> RepeatedReply;
+    /// One bit of the request, drawn by Seed, is turned on its way to the board. In the count byte:
+    /// the board drops the frame.
+    std::optional<int> DamagedRequest;
+    /// The board resets when half of this request's reply (rounded down) has been sent.
+    std::optional<int> ResetInReply;
+    /// The board does not read its line for so long, from this request on; what has come meanwhile
+    /// it then obeys.
+    std::optional<PauseFault> Unread;
+    std::uint32_t Seed = 1;
+    /// Erase commands count as requests as well, with replies of no bytes.
+    bool CountErases = false;
     /// The board goes from the line when this request is complete, in place of carrying it out.
     std::optional<int> HangUpAtRequest;
     /// The board goes from the line when half of this request's reply (rounded down) has been sent.
@@ -55,19 +94,35 @@ class FaultyBoard : public FramedBoard {
     FaultyBoard(FramedBoard& inner, BoardClock clock, FaultPlan plan, BoardTrace trace = {});
 
     void Obey(const Frame& frame) override;
+    std::optional<std::chrono::microseconds> NextDue() const override;
+    void Take(std::vector<std::uint8_t>& bytes) override;
+    bool Reads() const override { return Now() >= unreadUntil_; }
 
   private:
     using Bytes = std::vector<std::uint8_t>;
 
+    bool Counts(const Frame& frame) const;
     void ObeyRequest(const Frame& frame);
+    void Respond(const Frame& frame);
+    Bytes ReplyToDamaged(const Frame& frame);
+    std::string CutReply(Bytes& reply);
+    void AddLater();
+    void FlipBits(Bytes& reply);
+    void AddExtra(Bytes& reply) const;
+    std::size_t Draw(std::size_t count);
     void Withhold(const Frame& frame) const;
     Bytes ReplyOf(const Frame& frame);
-    void Spoil(Bytes& reply, bool identification) const;
+    void Spoil(Bytes& reply, bool identification);
 
     FramedBoard& inner_;
     FaultPlan plan_;
     int requests_ = 0;
     bool dead_ = false;
+    std::mt19937 random_;
+    Bytes previous_;  // the sound reply to the request before
+    std::chrono::microseconds unreadUntil_{};
+    bool pauseOver_ = false;  // the pause has begun, at least
+    std::vector<Frame> unread_;
 };
 
 }  // namespace Tamber::Simulator

@@ -1,5 +1,6 @@
 #include "simulator/FramedBoard.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace Tamber::Simulator {
@@ -13,21 +14,35 @@ void FramedBoard::Receive(std::span<const std::uint8_t> bytes) {
             Obey(frame);
 }
 
+bool FramedBoard::UnaskedFirst() const {
+    return !unasked_.empty() && (answers_.empty() || unasked_.front().Due < answers_.front().Due);
+}
+
 std::optional<std::chrono::microseconds> FramedBoard::NextDue() const {
-    if (answers_.empty())
+    const auto& next = UnaskedFirst() ? unasked_ : answers_;
+    if (next.empty())
         return std::nullopt;
-    return answers_.front().Due;
+    return next.front().Due;
 }
 
 void FramedBoard::Take(std::vector<std::uint8_t>& bytes) {
-    const auto now = Now();
-    for (; !answers_.empty() && answers_.front().Due <= now; answers_.pop_front())
-        bytes.insert(bytes.end(), answers_.front().Bytes.begin(), answers_.front().Bytes.end());
+    for (const auto now = Now();
+         FramedBoard::NextDue().value_or(std::chrono::microseconds::max()) <= now;) {
+        auto& next = UnaskedFirst() ? unasked_ : answers_;
+        bytes.insert(bytes.end(), next.front().Bytes.begin(), next.front().Bytes.end());
+        next.pop_front();
+    }
 }
 
 void FramedBoard::Answer(std::vector<std::uint8_t> bytes, std::chrono::microseconds delay) {
     if (!bytes.empty())
         answers_.push_back({Now() + delay, std::move(bytes)});
+}
+
+void FramedBoard::Interject(std::vector<std::uint8_t> bytes, std::chrono::microseconds delay) {
+    const auto due = Now() + delay;
+    const auto next = std::ranges::upper_bound(unasked_, due, {}, &TimedBytes::Due);
+    unasked_.insert(next, {due, std::move(bytes)});
 }
 
 void FramedBoard::Trace(char mark, std::span<const std::uint8_t> bytes, const std::string& gloss,

@@ -15,10 +15,13 @@ class FramedBoard : public BoardLine {
     void Receive(std::span<const std::uint8_t> bytes) override;
     std::optional<std::chrono::microseconds> NextDue() const override;
     void Take(std::vector<std::uint8_t>& bytes) override;
-    bool HungUp() const override { return leaving_ && answers_.empty(); }
+    bool HungUp() const override { return leaving_ && answers_.empty() && unasked_.empty(); }
 
     /// Acts on a frame; what it answers waits for Take.
     virtual void Obey(const Frame& frame) = 0;
+
+    /// Forgets what the host has told it, as when its power fails; the device stays as it is.
+    virtual void Reset() {}
 
   protected:
     /// An empty `trace` writes none.
@@ -26,6 +29,9 @@ class FramedBoard : public BoardLine {
 
     /// Sends `bytes` after `delay`, but not before what was answered earlier.
     void Answer(std::vector<std::uint8_t> bytes, std::chrono::microseconds delay = {});
+
+    /// Sends `bytes` after `delay`, whatever is answered meanwhile.
+    void Interject(std::vector<std::uint8_t> bytes, std::chrono::microseconds delay);
 
     /// Hangs up once everything answered has been taken.
     void Leave() { leaving_ = true; }
@@ -42,10 +48,13 @@ class FramedBoard : public BoardLine {
         std::vector<std::uint8_t> Bytes;
     };
 
+    bool UnaskedFirst() const;
+
     BoardClock clock_;
     BoardTrace trace_;
     FrameReader reader_;
     std::deque<TimedBytes> answers_;
+    std::deque<TimedBytes> unasked_;  // in the order in which they are due
     bool leaving_ = false;
 };
 

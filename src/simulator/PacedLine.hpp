@@ -18,6 +18,7 @@ class PacedLine : public BoardLine {
     void Receive(std::span<const std::uint8_t> bytes) override;
     std::optional<std::chrono::microseconds> NextDue() const override;
     void Take(std::vector<std::uint8_t>& bytes) override;
+    bool Reads() const override { return inner_.Reads(); }
     /// False while reply bytes are still on their way.
     bool HungUp() const override { return inner_.HungUp() && toHost_.empty(); }
 
