@@ -50,6 +50,15 @@ void ReadValues(FieldReader& fields, DeviceFact& fact) {
 
 }  // namespace
 
+std::optional<std::uint16_t> CalibrationWordIn(const MemoryImage& image, const DeviceRecord& device,
+                                               const DeviceFact& fact) {
+    const int words = std::clamp(device.ProgramWords, 0, MemoryImage::ProgramWordsMax);
+    if (words == 0 || !fact.HasCalibrationWord.value_or(false))
+        return std::nullopt;
+    const std::uint16_t last = image.Word(2 * (words - 1));
+    return IsCalibrationWord(last, device.TypeCode) ? std::optional(last) : std::nullopt;
+}
+
 const DeviceFact& DeviceFacts::Of(std::string_view name) const {
     static const DeviceFact nothing;
     const auto found = std::ranges::find(facts_, name, &DeviceFact::Name);

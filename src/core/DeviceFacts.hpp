@@ -10,6 +10,7 @@
 
 #include "core/DeviceCatalogue.hpp"
 #include "core/FileFailure.hpp"
+#include "core/MemoryImage.hpp"
 
 namespace Tamber {
 
@@ -39,6 +40,11 @@ struct DeviceFact {
 constexpr bool IsCalibrationWord(int word, std::int16_t typeCode) {
     return word >> 8 == (HasTwelveBitWords(typeCode) ? 0x0C : 0x34);
 }
+
+/// The calibration word that an image has for a device; none when it has none, or nothing says that
+/// the device has one.
+std::optional<std::uint16_t> CalibrationWordIn(const MemoryImage& image, const DeviceRecord& device,
+                                               const DeviceFact& fact);
 
 /// The facts about devices, read once at start-up from a file that need not be there.
 class DeviceFacts {

@@ -1,6 +1,7 @@
 #include "files/HexFile.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/TextFile.hpp"
 #include "files/HexInspect.hpp"
@@ -41,12 +42,16 @@ void CopyRecords(const HexRecordTable& table, MemoryImage& image) {
                         std::span(record.Data).first(static_cast<std::size_t>(record.ByteCount)));
 }
 
-tl::expected<void, HexFailure> LoadHexFile(const std::filesystem::path& file, MemoryImage& image) {
-    const auto text = ReadTextFile(file, HexFileSizeMax);
+tl::expected<std::string, HexFailure> LoadHexFile(const std::filesystem::path& file,
+                                                  MemoryImage& image) {
+    auto text = ReadTextFile(file, HexFileSizeMax);
     if (!text)
         return tl::unexpected(HexFailure{HexFault::FileUnreadable, 0, text.error()});
     return ReadHexRecords(*text)
-        .map([&](const HexRecordTable& table) { CopyRecords(table, image); })
+        .map([&](const HexRecordTable& table) {
+            CopyRecords(table, image);
+            return std::move(*text);
+        })
         .map_error([&](HexFailure failure) {
             if (const auto refusal = InspectHexText(*text, {}).Refusal)
                 failure.Reason = HexFindingText(refusal->Finding);

@@ -39,8 +39,9 @@ using HexRecordTable = std::vector<HexRecord>;
 /// types other than data are passed over, so extended addresses shift nothing.
 void CopyRecords(const HexRecordTable& table, MemoryImage& image);
 
-/// Loads a HEX file into the image. The image changes only when the whole file was good.
-[[nodiscard]] tl::expected<void, HexFailure> LoadHexFile(const std::filesystem::path& file,
-                                                         MemoryImage& image);
+/// Loads a HEX file into the image and returns its text. The image changes only when the whole file
+/// was good.
+[[nodiscard]] tl::expected<std::string, HexFailure> LoadHexFile(const std::filesystem::path& file,
+                                                                MemoryImage& image);
 
 }  // namespace Tamber

@@ -15,6 +15,8 @@ void RunSummary::FunctionBegins(FunctionCode function) {
 
 void RunSummary::LineEnds(std::string_view text, const RegionResult& result) {
     anything_ = true;
+    erased_ =
+        erased_ || (result.Function == FunctionErase && result.Where == Region::ProgramMemory);
     if (result.Outcome != RegionOutcome::Good && Good())
         failure_ = text;
 }

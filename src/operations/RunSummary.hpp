@@ -22,6 +22,9 @@ class RunSummary {
     /// Nothing has gone wrong.
     bool Good() const { return failure_.empty(); }
 
+    /// Program memory was erased.
+    bool Erased() const { return erased_; }
+
     /// "Auto: erase, blank, program, verify; all good; 9.4 s", or with the first message line that
     /// is not good in the place of "all good".
     std::string Text(std::chrono::milliseconds took) const;
@@ -31,6 +34,7 @@ class RunSummary {
     std::string steps_;
     std::string failure_;
     bool anything_ = false;  // a region has ended
+    bool erased_ = false;
 };
 
 }  // namespace Tamber

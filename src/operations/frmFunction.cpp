@@ -74,7 +74,7 @@ void frmFunction::cmdRun_Click() {
     sinceRun_.start();
     run_.Run(function->Code,
              {chkPM->isChecked(), chkEM->isChecked(), chkID->isChecked(), chkCW->isChecked()});
-    runEnded_(summary_.Text(std::chrono::milliseconds(sinceRun_.elapsed())), summary_.Good());
+    runEnded_(summary_, summary_.Text(std::chrono::milliseconds(sinceRun_.elapsed())));
 }
 
 void frmFunction::cmdClose_Click() {

@@ -30,8 +30,8 @@ class frmFunction : public QDialog, private FunctionDisplay {
     /// What brings the views of these regions of the image up to date.
     using ReopenViews = std::function<void(const Regions&)>;
 
-    /// What is told of a run after its end: in one sentence, and whether all was good.
-    using RunEnded = std::function<void(const std::string& summary, bool good)>;
+    /// What is told of a run after its end, also in one sentence.
+    using RunEnded = std::function<void(const RunSummary& summary, const std::string& text)>;
 
     /// Sends the device type to the board. The arguments outlive the dialog.
     frmFunction(QWidget& owner, modFunc& program, ProgrammerLink& link, Platform& platform,

@@ -33,6 +33,12 @@ class BufferViews : public QObject {
     /// Gives the keyboard to the first open view of these regions.
     void Activate(const Regions& regions);
 
+    /// Shows a word, 0..LastAddress(), in the program-memory view.
+    void GoTo(int address);
+
+    /// The address of the last word of the device.
+    int LastAddress() const;
+
     void CloseAll();
 
     /// The selected device has EEPROM.

@@ -79,13 +79,21 @@ void BufferViews::ChangeLetters(int percent) {
     }
 }
 
-void BufferViews::GoToAddress() {
-    BringToFront(ProgramMemoryView());
+int BufferViews::LastAddress() const {
     const int words = SelectedRecord(program_).ProgramWords;
     const int shown = std::max(ProgramDumpRowsOf(words), ProgramDumpRows) * WordsInRow;
-    const int last = std::clamp(words, 1, shown) - 1;
-    if (const auto address = frmGoTo(*area_.window(), last).Ask(); address && programMemory_)
-        static_cast<frmBuffer*>(programMemory_->widget())->GoTo(*address);
+    return std::clamp(words, 1, shown) - 1;
+}
+
+void BufferViews::GoTo(int address) {
+    BringToFront(ProgramMemoryView());
+    static_cast<frmBuffer*>(programMemory_->widget())->GoTo(address);
+}
+
+void BufferViews::GoToAddress() {
+    BringToFront(ProgramMemoryView());
+    if (const auto address = frmGoTo(*area_.window(), LastAddress()).Ask())
+        GoTo(*address);
 }
 
 void BufferViews::ShowSystemMenu() {

@@ -60,6 +60,7 @@ NoticeList::NoticeList(QWidget* parent) : QDialog(parent) {
     lstNotices->setSelectionMode(QAbstractItemView::ExtendedSelection);
     lstNotices->setWordWrap(true);
     lstNotices->setTabKeyNavigation(false);
+    connect(lstNotices, &QTreeWidget::itemActivated, this, &NoticeList::GoTo);
     QHeaderView* header = lstNotices->header();
     header->setStretchLastSection(false);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -82,7 +83,8 @@ NoticeList::NoticeList(QWidget* parent) : QDialog(parent) {
 
 void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
     lstNotices->clear();
-    for (const Notice& notice : notices)
+    notices_ = notices;
+    for (const Notice& notice : notices_)
         AddRow(notice);
 }
 
@@ -92,12 +94,21 @@ void NoticeList::AddRow(const Notice& notice) {
     row->setIcon(SeverityColumn, SeverityIcon(notice.Severity, *this));
     row->setText(SeverityColumn, SeverityName(notice.Severity));
     row->setText(TextColumn, OutsideText(notice.Text));
+    if (notice.Go)
+        row->setToolTip(TextColumn, "Enter or a double click shows the place.");
     if (!notice.Action)
         return;
     auto* button = MakeNoticeButton("cmdRemedy", OutsideText(notice.Action->Caption), lstNotices);
     connect(button, &QPushButton::clicked, this, notice.Action->Run, Qt::QueuedConnection);
     row->setSizeHint(RemedyColumn, button->sizeHint());
     lstNotices->setItemWidget(row, RemedyColumn, button);
+}
+
+// What shows the place may change the notices.
+void NoticeList::GoTo(const QTreeWidgetItem* row) {
+    const auto index = lstNotices->indexOfTopLevelItem(const_cast<QTreeWidgetItem*>(row));
+    if (const auto go = notices_.at(static_cast<std::size_t>(index)).Go)
+        go();
 }
 
 void NoticeList::cmdCopy_Click() {

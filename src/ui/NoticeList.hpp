@@ -8,11 +8,13 @@
 class QIcon;
 class QPushButton;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace Tamber {
 
 /// A window with all notices that stand, each with its remedy as a button. Ctrl+C or the button
-/// below copies the selected rows, or all of them while none is selected.
+/// below copies the selected rows, or all of them while none is selected. Enter or a double click
+/// on a row goes to the place that it is about.
 class NoticeList final : public QDialog {
   public:
     explicit NoticeList(QWidget* parent);
@@ -22,8 +24,10 @@ class NoticeList final : public QDialog {
 
   private:
     void AddRow(const Notice& notice);
+    void GoTo(const QTreeWidgetItem* row);
     void cmdCopy_Click();
 
+    std::vector<Notice> notices_;  // a row for each
     QTreeWidget* lstNotices = nullptr;
 };
 

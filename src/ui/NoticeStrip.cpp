@@ -11,6 +11,9 @@
 #include <QStyle>
 #include <QToolButton>
 #include <algorithm>
+#include <functional>
+#include <ranges>
+#include <utility>
 
 #include "platform/qt/WindowDesign.hpp"
 #include "ui/NoticeList.hpp"
@@ -83,18 +86,19 @@ void NoticeStrip::keyPressEvent(QKeyEvent* event) {
         QFrame::keyPressEvent(event);
 }
 
-void NoticeStrip::Show(Notice notice) {
-    const std::string subject = notice.Subject;
-    std::erase_if(notices_, [&](const Notice& other) { return other.Subject == subject; });
-    const auto place = std::ranges::find_if(
-        notices_, [&](const Notice& other) { return other.Severity <= notice.Severity; });
-    notices_.insert(place, std::move(notice));
+void NoticeStrip::Replace(const std::string& subject, std::vector<Notice> notices) {
+    const auto removed =
+        std::erase_if(notices_, [&](const Notice& other) { return other.Subject == subject; });
+    if (removed == 0 && notices.empty())
+        return;
+    std::ranges::stable_sort(notices, std::greater(), &Notice::Severity);
+    for (Notice& notice : std::views::reverse(notices)) {
+        notice.Subject = subject;
+        const auto place = std::ranges::find_if(
+            notices_, [&](const Notice& other) { return other.Severity <= notice.Severity; });
+        notices_.insert(place, std::move(notice));
+    }
     ShowFirst();
-}
-
-void NoticeStrip::Withdraw(std::string_view subject) {
-    if (std::erase_if(notices_, [&](const Notice& notice) { return notice.Subject == subject; }))
-        ShowFirst();
 }
 
 void NoticeStrip::ShowFirst() {

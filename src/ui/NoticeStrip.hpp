@@ -21,8 +21,7 @@ class NoticeStrip final : public QFrame, public Notices {
   public:
     explicit NoticeStrip(QWidget* parent);
 
-    void Show(Notice notice) override;
-    void Withdraw(std::string_view subject) override;
+    void Replace(const std::string& subject, std::vector<Notice> notices) override;
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;

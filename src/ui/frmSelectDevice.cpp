@@ -118,10 +118,7 @@ void frmSelectDevice::Form_Load() {
 }
 
 void frmSelectDevice::cmdOk_Click() {
-    program_.settings.SelectedDevice = static_cast<std::int16_t>(HighlightedRow(*listDevice) + 1);
-    owner_.ShowSelectedDevice();
-    owner_.CloseViews();
-    program_.SelectionCancelled = false;
+    owner_.SelectDevice(static_cast<std::int16_t>(HighlightedRow(*listDevice) + 1));
     accept();
 }
 

@@ -22,6 +22,7 @@
 #include "ui/StatusBar.hpp"
 #include "ui/WindowPlace.hpp"
 #include "ui/frmAbout.hpp"
+#include "ui/frmReadCalibration.hpp"
 #include "ui/frmSelectDevice.hpp"
 #include "ui/frmSettings.hpp"
 
@@ -86,6 +87,7 @@ void mdiMain::ShowSelectedDevice() {
 void mdiMain::MDIForm_Load() {
     Activated = false;
     ShowSelectedDevice();
+    TellFacts();
     const int port = program_.settings.CommPortNumber;
     if (const auto opened = link_.OpenPort(PortPath(program_.AppPath, port)); !opened) {
         ShowPortFailure(opened.error());
@@ -94,6 +96,7 @@ void mdiMain::MDIForm_Load() {
     link_.IdentifyProgrammer();
     sbar->SetPanel(1, "COM" + QString::number(port));
     BufferClearAll_Click();
+    TellCalibration();
 }
 
 void mdiMain::ShowPortFailure(const std::string& reason) {
@@ -145,7 +148,7 @@ void mdiMain::ShowNoBoard() {
 
 // A running function needs its dialog and this window until it ends.
 void mdiMain::closeEvent(QCloseEvent* event) {
-    if (runningFunctions_ && runningFunctions_->Running()) {
+    if (reading_ || (runningFunctions_ && runningFunctions_->Running())) {
         event->ignore();
         return;
     }
@@ -158,6 +161,8 @@ void mdiMain::closeEvent(QCloseEvent* event) {
 void mdiMain::EndProgram() {
     if (runningFunctions_)
         runningFunctions_->StopRunning();
+    if (reading_)
+        reading_->StopRunning();
     RememberPlace(*this);
     if (const auto saved = SaveSettings(SettingsFile(program_), program_.settings); !saved)
         std::cerr << "Tamber: " << Describe(saved.error()) << std::endl;
@@ -208,14 +213,20 @@ void mdiMain::BufferClearAll_Click() {
     BufferClearPM_Click();
 }
 
-void mdiMain::CloseViews() {
+void mdiMain::SelectDevice(std::int16_t slot) {
+    program_.settings.SelectedDevice = slot;
+    program_.SelectionCancelled = false;
+    ShowSelectedDevice();
     views_->CloseAll();
+    ForgetFile();
 }
 
 void mdiMain::DeviceSelect_Click() {
     frmSelectDevice(*this, program_).ShowModally();
-    if (!program_.SelectionCancelled)
+    if (!program_.SelectionCancelled) {
         BufferClearAll_Click();
+        TellCalibration();
+    }
     BufferView_Click();
 }
 

@@ -3,12 +3,15 @@
 #include <QMainWindow>
 #include <memory>
 
+#include "files/DeviceCheck.hpp"
 #include "link/ProgrammerLink.hpp"
 #include "modFunc.hpp"
 #include "operations/FunctionDisplay.hpp"
+#include "operations/RunSummary.hpp"
 #include "platform/Platform.hpp"
 #include "platform/qt/FileWatch.hpp"
 #include "ui/BufferViews.hpp"
+#include "ui/Notices.hpp"
 
 class QAction;
 class QMdiArea;
@@ -18,6 +21,7 @@ namespace Tamber {
 class NoticeStrip;
 class StatusBar;
 class frmFunction;
+class frmReadCalibration;
 
 /// The program's top-level window: menus, status bar, the buffer views as child windows. It owns
 /// the serial port, the time-out timer and the file dialog.
@@ -31,10 +35,8 @@ class mdiMain : public QMainWindow {
     /// opened, the board identified (which takes the time-out timer's period), the image cleared.
     void MDIForm_Load();
 
-    /// Shows name and size of the selected device in the status bar.
-    void ShowSelectedDevice();
-
-    void CloseViews();
+    /// Makes the device in `slot` the selected one, for whatever comes next to clear the image.
+    void SelectDevice(std::int16_t slot);
 
     /// Ends the program as File > Exit does, but without asking or telling anything: for a signal
     /// and for the end of the desktop session. A running function ends at its next block, with its
@@ -54,6 +56,7 @@ class mdiMain : public QMainWindow {
                      void (mdiMain::*handler)());
     static void AddSeparator(QMenu& menu, const char* name);
 
+    void ShowSelectedDevice();
     void MDIForm_Activate();
     void MDIForm_Unload();
     void ShowProgrammerInfo();
@@ -81,8 +84,24 @@ class mdiMain : public QMainWindow {
     void ShowFileChange(bool differs);
     void ShowFileFailure(const char* subject, const char* done, const std::string& reason);
     void ReopenViews(const Regions& regions);
-    void TellRun(const std::string& summary, bool good);
+    void TellRun(const RunSummary& summary, const std::string& text);
     void TellLine();
+
+    // What the loaded file shows against the device; nothing after ForgetFile.
+    void CheckFile(const std::string& text);
+    void ForgetFile();
+    void TellFile();
+    std::optional<DeviceFinding> InTheWindow(DeviceFinding finding) const;
+    Notice NoticeOf(const DeviceFinding& finding);
+    void SelectAndLoad(const std::string& device);
+    void UseFileWords();
+
+    void TellFacts();
+    bool MissesCalibrationWord() const;
+    std::optional<NoticeAction> KeepIt();
+    void TellCalibration();
+    void TellErased();
+    void KeepCalibration();
 
     modFunc& program_;
     Platform& platform_;
@@ -95,7 +114,9 @@ class mdiMain : public QMainWindow {
     QMdiArea* documents_ = nullptr;
     NoticeStrip* notices_ = nullptr;
     std::unique_ptr<BufferViews> views_;
-    frmFunction* runningFunctions_ = nullptr;  // while the function dialog is open
+    std::unique_ptr<const HexInspection> file_;  // the file last loaded
+    frmFunction* runningFunctions_ = nullptr;    // while the function dialog is open
+    frmReadCalibration* reading_ = nullptr;      // while that dialog is open
     bool Activated = false;
     bool activating_ = false;
 };

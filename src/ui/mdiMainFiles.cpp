@@ -27,7 +27,8 @@ void mdiMain::FileLoad_Click() {
 }
 
 void mdiMain::OpenHexFile() {
-    if (const auto loaded = LoadHexFile(cdia->FileName(), program_.image); !loaded) {
+    const auto loaded = LoadHexFile(cdia->FileName(), program_.image);
+    if (!loaded) {
         if (const std::string_view text = HexFailureText(loaded.error().Fault); !text.empty())
             platform_.Boxes().Show(std::string(text), HexFailureTitle, BoxIcon::Critical);
         else
@@ -37,6 +38,7 @@ void mdiMain::OpenHexFile() {
     TakeFileForCurrent(LoadFailure);
     views_->CloseAll();
     BufferView_Click();
+    CheckFile(*loaded);
 }
 
 void mdiMain::FileSave_Click() {
@@ -49,6 +51,7 @@ void mdiMain::FileSave_Click() {
         return;
     }
     TakeFileForCurrent(SaveFailure);
+    ForgetFile();
 }
 
 // The file last chosen is now the one that the image was loaded from or saved to.

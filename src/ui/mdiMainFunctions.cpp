@@ -20,20 +20,25 @@ void mdiMain::DeviceFunction_Click() {
         [&](const Regions& regions) {
             ReopenViews(regions);
             reopened = regions;
+            TellFile();
+            if (!MissesCalibrationWord())
+                TellCalibration();
         },
-        [this](const std::string& summary, bool good) { TellRun(summary, good); });
+        [this](const RunSummary& summary, const std::string& text) { TellRun(summary, text); });
     runningFunctions_ = &dialog;
     dialog.ShowModally();
     runningFunctions_ = nullptr;
     views_->Activate(reopened);
 }
 
-void mdiMain::TellRun(const std::string& summary, bool good) {
+void mdiMain::TellRun(const RunSummary& summary, const std::string& text) {
     if (QGuiApplication::applicationState() != Qt::ApplicationActive)
         QApplication::alert(this);
-    notices_->Show({.Severity = good ? NoticeSeverity::Note : NoticeSeverity::Warning,
+    if (summary.Erased())
+        TellErased();
+    notices_->Show({.Severity = summary.Good() ? NoticeSeverity::Note : NoticeSeverity::Warning,
                     .Subject = RunSubject,
-                    .Text = summary});
+                    .Text = text});
     TellLine();
 }
 

@@ -104,8 +104,9 @@ TEST_F(MainWindow, LoadOrSaveThatFailsLeavesEverythingAsItWas) {
 // A compiler writes a file in steps or puts another in its place; either way it is offered, never
 // loaded, when it is whole.
 TEST_F(MainWindow, OffersTheLoadedFileAgainWhenItHasChangedOnTheDisk) {
-    const std::string first = ":020000000102FB\n:00000001FF\n";
-    const std::string second = ":020000000304F7\n:00000001FF\n";
+    const std::string end = ":02400E00F13F80\n:00000001FF\n";
+    const std::string first = ":020000000102FB\n" + end;
+    const std::string second = ":020000000304F7\n" + end;
     const std::string offer = "Warning: window-test.hex has changed on the disk.";
     ChooseHex(first);
     const std::filesystem::path file = *desktop.chosenFile;
@@ -122,7 +123,7 @@ TEST_F(MainWindow, OffersTheLoadedFileAgainWhenItHasChangedOnTheDisk) {
     ExpectToSay(offer);
     EXPECT_EQ(program.image.Byte(0), 0x01) << "nobody has asked for it";
     const std::filesystem::path beside = program.AppPath / "beside";
-    std::ofstream(beside, std::ios::binary) << ":020000000506F3\n:00000001FF\n";
+    std::ofstream(beside, std::ios::binary) << ":020000000506F3\n" + end;
     Click("cmdRemedyOfFirst");
     EXPECT_EQ(program.image.Byte(0), 0x03);
     EXPECT_EQ(Said(), "");
@@ -133,7 +134,7 @@ TEST_F(MainWindow, OffersTheLoadedFileAgainWhenItHasChangedOnTheDisk) {
 }
 
 TEST_F(MainWindow, LoadsADroppedHexFileAndRefusesWhatElseIsDropped) {
-    ChooseHex(":020000000102FB\n:00000001FF\n");
+    ChooseHex(":020000000102FB\n:02400E00F13F80\n:00000001FF\n");
     const std::filesystem::path file = program.AppPath / "dropped \xE4.HEX";
     std::filesystem::rename(*desktop.chosenFile, file);
     const auto drop = [&](const QList<QByteArray>& names) {
