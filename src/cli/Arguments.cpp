@@ -152,6 +152,9 @@ class CommandLine {
                 "What becomes of a calibration word: keep (the default), file, drop, or a word to "
                 "write, hexadecimal",
                 "USE");
+        if (form.Compares)
+            command.add_flag("--exact", arguments_.Exact,
+                             "Compare every bit, also those that the device does not implement");
         if (form.Strict)
             command.add_flag("--strict", arguments_.Strict,
                              "Fail when a line is malformed or the file is not for the device");

@@ -43,6 +43,7 @@ struct Arguments {
     std::filesystem::path Trace;           ///< empty: none is written
     bool Force = false;                    ///< take a file that is not for the device
     bool AsIs = false;                     ///< leave the words of a file where they are
+    bool Exact = false;                    ///< compare every bit
     bool Strict = false;  ///< end with a failure where anything is wrong with a file
     CalibrationUse Calibration = CalibrationUse::Keep;
     std::uint16_t CalibrationWord = 0;  ///< the one that is Given

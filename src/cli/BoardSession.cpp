@@ -20,6 +20,21 @@ constexpr char LostText[] = "The port went away.";
 
 }  // namespace
 
+LeftOut LeftOutBy(const Context& context) {
+    const Arguments& asked = context.Asked;
+    const DeviceFact& fact = context.Fact();
+    if (asked.Exact)
+        return {};
+    const bool factory = asked.Calibration != CalibrationUse::Drop;
+    const auto others = [](const std::optional<std::uint16_t>& mask) {
+        return static_cast<std::uint16_t>(mask ? ~*mask : 0);
+    };
+    return {.CalibrationWord = factory && fact.HasCalibrationWord.value_or(false),
+            .KeepMask = factory ? fact.KeepMask.value_or(0) : std::uint16_t{0},
+            .ConfigurationBits = others(fact.ConfigurationMask),
+            .IdBits = others(fact.IdMask)};
+}
+
 BoardSession::BoardSession(Context& context) : context_(context), port_(context) {}
 
 Outcome BoardSession::Open() {
@@ -104,13 +119,14 @@ Outcome BoardSession::RunInto(MemoryImage& image, FunctionCode function, const R
     (void)link_->TakeFinding();
     if (!std::exchange(typeNamed_, true))
         link_->SelectDeviceType(context_.Device().TypeCode);
-    run.Spared = spared_;
+    run.Spared = LeftOutBy(context_);
     running_ = &run;
     run.Run(function, regions);
     running_ = nullptr;
     if (!run.DeviceFault)
         link_->WatchSilence(*silence_, [this] { return Ended(); });
     sparedAny_ = sparedAny_ || run.SparedAny;
+    sparedBits_ = sparedBits_ || run.SparedBits;
     return OutcomeOf(run);
 }
 

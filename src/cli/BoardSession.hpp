@@ -11,6 +11,9 @@
 
 namespace Tamber::Cli {
 
+/// What blank checks and verifies leave out of account, by the facts and the arguments.
+LeftOut LeftOutBy(const Context& context);
+
 /// One visit to a board: the port is opened, the board identified, functions run. A run shows a
 /// line for each region, and a bar while it lasts. It begins with an empty line; a sign that the
 /// line is out of step ends it, and nothing that came of it is called good. The port closes and the
@@ -34,9 +37,10 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     [[nodiscard]] Outcome WriteUndisturbed(const Regions& regions, MemoryImage& image,
                                            const std::string& heading);
 
-    /// What blank checks and verifies leave out of account from now on.
-    void Spare(const FactoryWords& words) { spared_ = words; }
+    /// Blank has found what the factory wrote, and left it out.
     bool SparedAny() const { return sparedAny_; }
+    /// Bits that the device does not implement made a difference, and were left out.
+    bool SparedBits() const { return sparedBits_; }
 
     /// What Run has done to regions, in running order.
     const std::vector<RegionResult>& Results() const { return results_; }
@@ -92,8 +96,8 @@ class BoardSession : private FunctionDisplay, private MessageBoxes {
     bool quiet_ = false;        // nothing of the run is shown but its bar
     bool undisturbed_ = false;  // the run goes on though the user wants to end
     std::string heading_;       // of the bar; empty: there is none
-    FactoryWords spared_;
     bool sparedAny_ = false;
+    bool sparedBits_ = false;
     std::vector<RegionResult> results_;
     std::vector<FunctionReport> reports_;
     std::optional<FunctionCode> failed_;  // the first function with a failure in the data

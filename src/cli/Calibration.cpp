@@ -22,10 +22,7 @@ nlohmann::ordered_json FactOf(const Word& word) {
 }  // namespace
 
 Calibration::Calibration(Context& context, BoardSession& session)
-    : context_(context), session_(session) {
-    if (context.Asked.Calibration != CalibrationUse::Drop)
-        session.Spare({HasWord(), KeepMask()});
-}
+    : context_(context), session_(session) {}
 
 Outcome Calibration::Check(const Context& context) {
     const DeviceRecord& device = context.Device();

@@ -53,6 +53,7 @@ CommandForm FunctionForm(FunctionCode code, const char* meaning, Outcome (*carry
             .RefusesFiles = file != FileUse::None && code != FunctionRead,
             .KeepsCalibration =
                 code == FunctionErase || code == FunctionProgram || code == FunctionAuto,
+            .Compares = code == FunctionVerify || code == FunctionBlank || code == FunctionAuto,
             .Function = code};
 }
 

@@ -30,6 +30,7 @@ struct CommandForm {
     bool SetsPorts = false;         ///< it has the option --set
     bool RefusesFiles = false;      ///< it has --force, as it refuses a file for another device
     bool KeepsCalibration = false;  ///< it has --calibration
+    bool Compares = false;          ///< it has --exact
     bool Strict = false;            ///< it has --strict
     const char* OutputName = "";    ///< how the usage names the file that it writes; empty: none
     std::optional<FunctionCode> Function = {};  ///< what it has the board do

@@ -53,6 +53,11 @@ Outcome RunFunction(Context& context) {
         [&] { return calibration.GiveBack(*regions, RunAndCompare(context, session, *regions)); });
     if (session.SparedAny())
         context.Screen.Note("What the factory wrote is in the device and was left out.");
+    if (session.SparedBits()) {
+        context.Facts["unimplementedBitsDiffer"] = true;
+        context.Screen.Note("note: Bits that " + context.Device().Name +
+                            " does not implement differ and do not count; --exact compares them.");
+    }
     const Outcome closed = session.Close();
     return ran ? closed : ran;
 }

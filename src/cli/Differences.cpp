@@ -126,21 +126,22 @@ nlohmann::ordered_json Facts(const RegionDifferences& region) {
     return facts;
 }
 
-// The image, with what the factory wrote where that is left out of account.
+// The image, with what was found wherever that is left out of account.
 MemoryImage Expected(const Context& context, const MemoryImage& found) {
     MemoryImage expected = context.Program.image;
-    const DeviceFact& fact = context.Fact();
     const DeviceRecord& device = context.Device();
+    const LeftOut spared = LeftOutBy(context);
+    const auto take = [&](int index, int bits) {
+        expected.SetWord(index, static_cast<std::uint16_t>((expected.Word(index) & ~bits) |
+                                                           (found.Word(index) & bits)));
+    };
     const int words = std::clamp(device.ProgramWords, 1, MemoryImage::ProgramWordsMax);
     const int last = 2 * (words - 1);
-    if (fact.HasCalibrationWord.value_or(false) &&
-        !IsCalibrationWord(expected.Word(last), device.TypeCode))
-        expected.SetWord(last, found.Word(last));
-    constexpr int configuration = MemoryImage::ConfigurationWord;
-    const int keepMask = fact.KeepMask.value_or(0);
-    expected.SetWord(configuration,
-                     static_cast<std::uint16_t>((expected.Word(configuration) & ~keepMask) |
-                                                (found.Word(configuration) & keepMask)));
+    if (spared.CalibrationWord && !IsCalibrationWord(expected.Word(last), device.TypeCode))
+        take(last, 0xFFFF);
+    take(MemoryImage::ConfigurationWord, spared.KeepMask | spared.ConfigurationBits);
+    for (int location = 0; location < 4; ++location)
+        take(MemoryImage::IdLocations + 2 * location, spared.IdBits);
     return expected;
 }
 

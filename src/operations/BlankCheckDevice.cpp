@@ -85,12 +85,18 @@ void CheckConfiguration(FunctionRun& run) {
     if (!reply)
         return;
     const auto& data = reply->Data;
-    const bool idBlank =
-        data[0] == BlankLow && data[2] == BlankLow && data[4] == BlankLow && data[6] == BlankLow;
+    const LeftOut& spared = run.Spared;
+    const auto blankId = [&](std::size_t low) {
+        run.SparedBits = run.SparedBits || (~data[low] & spared.IdBits & BlankLow) != 0;
+        return ((data[low] | spared.IdBits) & BlankLow) == BlankLow;
+    };
+    const bool idBlank = blankId(0) && blankId(2) && blankId(4) && blankId(6);
     const int word = data[ConfigurationOffset + 1] << 8 | data[ConfigurationOffset];
-    constexpr int blankWord = BlankConfigurationHigh << 8 | BlankLow;
-    const bool configurationBlank = (word | run.Spared.KeepMask) == blankWord;
-    run.SparedAny = run.SparedAny || (configurationBlank && word != blankWord);
+    const int lacking = word ^ (BlankConfigurationHigh << 8 | BlankLow);
+    const bool configurationBlank = (lacking & ~(spared.KeepMask | spared.ConfigurationBits)) == 0;
+    run.SparedAny = run.SparedAny || (configurationBlank && (lacking & spared.KeepMask) != 0);
+    run.SparedBits =
+        run.SparedBits || (configurationBlank && (lacking & spared.ConfigurationBits) != 0);
     run.Link().EndRead();
     if (idBlank && configurationBlank) {
         run.ShowProgress(100);

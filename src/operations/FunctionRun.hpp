@@ -15,11 +15,13 @@
 
 namespace Tamber {
 
-/// What a device has from its factory and a run leaves out of account: Blank always, Verify where
-/// the image has no calibration word to compare with.
-struct FactoryWords {
-    bool CalibrationWord = false;  ///< the last program word, in its right form
-    std::uint16_t KeepMask = 0;    ///< bits of the configuration word
+/// What a run leaves out of account. What a device has from its factory: Blank always, Verify where
+/// the image has no calibration word to compare with. Bits that it does not implement: both.
+struct LeftOut {
+    bool CalibrationWord = false;         ///< the last program word, in its right form
+    std::uint16_t KeepMask = 0;           ///< bits of the configuration word from the factory
+    std::uint16_t ConfigurationBits = 0;  ///< bits of it that are not implemented
+    std::uint16_t IdBits = 0;             ///< the same of an ID location
 };
 
 /// What the device functions share from the opening of the function dialog to its closing: the
@@ -114,8 +116,9 @@ class FunctionRun {
     bool ErrorFlag = false;        ///< a failure in the data was found since the run began
     bool DeviceFault = false;      ///< a reply did not come since the run began
     bool Stopped = false;          ///< the run was ended before it was through
-    FactoryWords Spared;           ///< none unless the front end says so
-    bool SparedAny = false;        ///< Blank has found some of them
+    LeftOut Spared;                ///< nothing unless the front end says so
+    bool SparedAny = false;        ///< Blank has found something from the factory
+    bool SparedBits = false;       ///< bits that are not implemented made a difference
 
   private:
     void ReportDeviceFault();

@@ -19,14 +19,26 @@ struct Stretch {
     int Step = 1;  // 2 compares the low bytes only
 };
 
-// The bits of the image's byte at `index` that the device must have.
-std::uint8_t ComparedBits(const FunctionRun& run, int index) {
-    constexpr int configuration = MemoryImage::ConfigurationWord;
-    const int keepMask = run.Spared.KeepMask;
-    if (index == configuration || index == configuration + 1)
-        return static_cast<std::uint8_t>(~(index == configuration ? keepMask : keepMask >> 8));
+std::uint8_t ByteOf(std::uint16_t word, int index) {
+    return static_cast<std::uint8_t>(index % 2 == 0 ? word & 0xFF : word >> 8);
+}
+
+// Bits of the image's byte at `index` that the device does not implement.
+std::uint8_t SparedBits(const FunctionRun& run, int index) {
+    constexpr int ids = MemoryImage::IdLocations;
+    if (index >= ids && index < ids + IdBytes)
+        return ByteOf(run.Spared.IdBits, index);
+    return index / 2 == MemoryImage::ConfigurationWord / 2
+               ? ByteOf(run.Spared.ConfigurationBits, index)
+               : 0x00;
+}
+
+// Bits of it that are the factory's.
+std::uint8_t FactoryBits(const FunctionRun& run, int index) {
+    if (index / 2 == MemoryImage::ConfigurationWord / 2)
+        return ByteOf(run.Spared.KeepMask, index);
     const bool last = run.ProgramWords() > 0 && index / 2 == run.ProgramWords() - 1;
-    return last && run.Spared.CalibrationWord && !run.HasCalibrationWord() ? 0x00 : 0xFF;
+    return last && run.Spared.CalibrationWord && !run.HasCalibrationWord() ? 0xFF : 0x00;
 }
 
 // The first byte of `reply` that differs from the image; its Address is its offset in the block.
@@ -36,8 +48,11 @@ std::optional<RegionFinding> FirstDifference(FunctionRun& run, const BlockReply&
         const int index = stretch.Index + offset - stretch.First;
         const std::uint8_t expected = run.Image().Byte(index);
         const std::uint8_t found = reply.Data[static_cast<std::size_t>(offset)];
-        if (((found ^ expected) & ComparedBits(run, index)) != 0)
+        const int different = (found ^ expected) & ~FactoryBits(run, index);
+        const int spared = SparedBits(run, index);
+        if ((different & ~spared) != 0)
             return RegionFinding{offset, expected, found};
+        run.SparedBits = run.SparedBits || different != 0;
     }
     return std::nullopt;
 }

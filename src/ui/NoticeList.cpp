@@ -18,7 +18,7 @@
 namespace Tamber {
 namespace {
 
-constexpr QSize Room(560, 240);
+constexpr QSize Room(720, 300);
 enum Column { SeverityColumn, TextColumn, RemedyColumn };
 
 struct SeverityDesign {
@@ -65,8 +65,7 @@ NoticeList::NoticeList(QWidget* parent) : QDialog(parent) {
     header->setStretchLastSection(false);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(TextColumn, QHeaderView::Stretch);
-    // The height of a row follows the width of its text.
-    connect(header, &QHeaderView::sectionResized, lstNotices, &QTreeView::doItemsLayout);
+    connect(header, &QHeaderView::sectionResized, this, &NoticeList::FitRows, Qt::QueuedConnection);
 
     auto* copy = MakeNoticeButton("cmdCopy", "Copy", this);
     connect(copy, &QPushButton::clicked, this, &NoticeList::cmdCopy_Click);
@@ -86,6 +85,7 @@ void NoticeList::ShowNotices(const std::vector<Notice>& notices) {
     notices_ = notices;
     for (const Notice& notice : notices_)
         AddRow(notice);
+    FitRows();
 }
 
 // A remedy changes the list, so it begins only when the press of its button has ended.
@@ -102,6 +102,20 @@ void NoticeList::AddRow(const Notice& notice) {
     connect(button, &QPushButton::clicked, this, notice.Action->Run, Qt::QueuedConnection);
     row->setSizeHint(RemedyColumn, button->sizeHint());
     lstNotices->setItemWidget(row, RemedyColumn, button);
+}
+
+// The height of a row follows the width of its text, which the tree sees to for no column.
+void NoticeList::FitRows() {
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+    const int width = lstNotices->columnWidth(TextColumn) - margin;
+    for (int index = 0; index < lstNotices->topLevelItemCount(); ++index) {
+        QTreeWidgetItem* row = lstNotices->topLevelItem(index);
+        const QSize text = lstNotices->fontMetrics()
+                               .boundingRect(QRect(0, 0, width, QWIDGETSIZE_MAX), Qt::TextWordWrap,
+                                             row->text(TextColumn))
+                               .size();
+        row->setSizeHint(TextColumn, {width, text.height() + margin});
+    }
 }
 
 // What shows the place may change the notices.

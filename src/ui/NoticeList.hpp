@@ -24,6 +24,7 @@ class NoticeList final : public QDialog {
 
   private:
     void AddRow(const Notice& notice);
+    void FitRows();
     void GoTo(const QTreeWidgetItem* row);
     void cmdCopy_Click();
 
