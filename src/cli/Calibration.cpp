@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "cli/Commands.hpp"
 #include "files/HexInspect.hpp"
 
 namespace Tamber::Cli {

@@ -12,7 +12,6 @@
 #include <QToolButton>
 #include <algorithm>
 #include <functional>
-#include <ranges>
 #include <utility>
 
 #include "platform/qt/WindowDesign.hpp"
@@ -92,11 +91,11 @@ void NoticeStrip::Replace(const std::string& subject, std::vector<Notice> notice
     if (removed == 0 && notices.empty())
         return;
     std::ranges::stable_sort(notices, std::greater(), &Notice::Severity);
-    for (Notice& notice : std::views::reverse(notices)) {
-        notice.Subject = subject;
+    for (auto last = notices.rbegin(); last != notices.rend(); ++last) {
+        last->Subject = subject;
         const auto place = std::ranges::find_if(
-            notices_, [&](const Notice& other) { return other.Severity <= notice.Severity; });
-        notices_.insert(place, std::move(notice));
+            notices_, [&](const Notice& other) { return other.Severity <= last->Severity; });
+        notices_.insert(place, std::move(*last));
     }
     ShowFirst();
 }
