@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <numeric>
 #include <sstream>
 
 #include "cli/Commands.hpp"
@@ -47,6 +48,32 @@ PortSetting SettingFrom(const std::string& text) {
     return {text[0] - '0', text.substr(2)};
 }
 
+// How many letters have to be put in, taken out or changed to make one word of the other.
+std::size_t Distance(std::string_view one, std::string_view other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= one.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i);
+        for (std::size_t j = 1; j <= other.size(); ++j) {
+            const std::size_t changed = diagonal + (one[i - 1] == other[j - 1] ? 0 : 1);
+            diagonal = std::exchange(row[j], std::min({row[j] + 1, row[j - 1] + 1, changed}));
+        }
+    }
+    return row.back();
+}
+
+// "; did you mean "program"?" for the nearest of `names`, or nothing when none is near.
+std::string Nearest(std::string_view word, const std::vector<std::string>& names) {
+    constexpr std::size_t near = 3;
+    const auto distance = [&](const std::string& name) {
+        return name.starts_with(word) ? 1 : Distance(word, name);
+    };
+    const auto nearest = std::ranges::min_element(names, {}, distance);
+    if (nearest == names.end() || distance(*nearest) >= std::min(near, word.size()))
+        return ".";
+    return fmt::format("; did you mean \"{}\"?", *nearest);
+}
+
 // Where the options go before they have their own types.
 class CommandLine {
   public:
@@ -68,6 +95,7 @@ class CommandLine {
             app_.parse(words);
         } catch (const CLI::ExtrasError&) {
             RefuseCommand();
+            RefuseOption();
             throw;
         }
         if (app_.get_subcommands().empty())
@@ -99,7 +127,34 @@ class CommandLine {
         const auto word = std::ranges::find_if(
             unexpected, [](const std::string& text) { return !text.starts_with('-'); });
         if (app_.get_subcommands().empty() && word != unexpected.end())
-            throw CLI::ValidationError(fmt::format("There is no command \"{}\".", *word));
+            throw CLI::ValidationError(
+                fmt::format("There is no command \"{}\"{}", *word, Nearest(*word, CommandNames())));
+    }
+
+    void RefuseOption() const {
+        const std::vector<std::string> unexpected = app_.remaining(true);
+        const auto word = std::ranges::find_if(
+            unexpected, [](const std::string& text) { return text.starts_with("--"); });
+        if (word == unexpected.end())
+            return;
+        std::vector<std::string> names;
+        const auto add = [&](const CLI::App& app) {
+            for (const CLI::Option* option : app.get_options())
+                for (const std::string& name : option->get_lnames())
+                    names.push_back("--" + name);
+        };
+        add(app_);
+        std::ranges::for_each(app_.get_subcommands(), [&](const CLI::App* app) { add(*app); });
+        const std::string name = word->substr(0, word->find('='));
+        throw CLI::ValidationError(
+            fmt::format("There is no option \"{}\"{}", name, Nearest(name, names)));
+    }
+
+    static std::vector<std::string> CommandNames() {
+        std::vector<std::string> names;
+        for (const CommandForm& form : CommandForms())
+            names.emplace_back(form.Name);
+        return names;
     }
 
     // An option, or a file, with a value; an empty one would be taken for none at all.
@@ -203,6 +258,8 @@ class CommandLine {
 tl::expected<Arguments, Answer> ParseArguments(const std::vector<std::string>& words) {
     CommandLine line;
     try {
+        if (!words.empty() && words.front() == "help")  // of a command, or of them all
+            return line.Parse({words.size() > 1 ? words[1] : "--help", "--help"});
         return line.Parse(words);
     } catch (const CLI::Success& success) {
         return tl::unexpected(Answer{ExitStatus::Done, line.AnswerTo(success), false});

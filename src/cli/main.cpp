@@ -36,9 +36,18 @@ int Run(const Arguments& arguments, char** words) {
     return static_cast<int>(RunCommand(arguments, machine, StandardStreams()));
 }
 
+// Output may be on its way until now: that it cannot be written may show only here.
+int AfterOutput(int status) {
+    if (std::cout.flush() || status != static_cast<int>(ExitStatus::Done))
+        return status;
+    std::cerr << "tamber-cli: standard output cannot be written.\n";
+    return static_cast<int>(ExitStatus::FileUnusable);
+}
+
 }  // namespace
 
 int main(int count, char** words) {
     const auto parsed = ParseArguments({words + 1, words + count});
-    return parsed ? Run(*parsed, words) : static_cast<int>(Give(parsed.error(), StandardStreams()));
+    return AfterOutput(parsed ? Run(*parsed, words)
+                              : static_cast<int>(Give(parsed.error(), StandardStreams())));
 }
