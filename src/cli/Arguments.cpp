@@ -106,6 +106,7 @@ class CommandLine {
             arguments_.Setting = SettingFrom(set_);
         if (!calibration_.empty())
             TakeCalibration(calibration_);
+        TakePort();
         CheckCombinations();
         return arguments_;
     }
@@ -232,6 +233,20 @@ class CommandLine {
         else
             throw CLI::ValidationError(fmt::format(
                 "--calibration: \"{}\" is not keep, file, drop or a hexadecimal word", text));
+    }
+
+    // "COM2" is another way to say 2.
+    void TakePort() {
+        constexpr int comPorts = 4;
+        std::string& port = arguments_.Port;
+        const bool named = port.size() > 3 && (port.starts_with("COM") || port.starts_with("com"));
+        const std::string number = named ? port.substr(3) : port;
+        if (number.find_first_not_of("0123456789") != std::string::npos)
+            return;
+        port = number;
+        if (!port.empty() && (port.size() > 1 || port[0] < '1' || port[0] > '0' + comPorts))
+            throw CLI::ValidationError(fmt::format(
+                "--port: there is no COM{}; COM1 to COM{} or a path can be given", port, comPorts));
     }
 
     void CheckCombinations() const {

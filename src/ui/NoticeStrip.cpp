@@ -91,11 +91,13 @@ void NoticeStrip::Replace(const std::string& subject, std::vector<Notice> notice
     if (removed == 0 && notices.empty())
         return;
     std::ranges::stable_sort(notices, std::greater(), &Notice::Severity);
-    for (auto last = notices.rbegin(); last != notices.rend(); ++last) {
-        last->Subject = subject;
+    while (!notices.empty()) {
+        Notice last = std::move(notices.back());
+        notices.pop_back();
+        last.Subject = subject;
         const auto place = std::ranges::find_if(
-            notices_, [&](const Notice& other) { return other.Severity <= last->Severity; });
-        notices_.insert(place, std::move(*last));
+            notices_, [&](const Notice& other) { return other.Severity <= last.Severity; });
+        notices_.insert(place, std::move(last));
     }
     ShowFirst();
 }
