@@ -53,8 +53,10 @@ _tamber_cli() {
     if [[ $current == -* ]]; then
         case $command in
             ports) options+=' --set' ;;
-            program | auto) options+=' --force --as-is --calibration' ;;
-            verify) options+=' --force --as-is' ;;
+            program) options+=' --force --as-is --calibration' ;;
+            auto) options+=' --force --as-is --calibration --exact' ;;
+            verify) options+=' --force --as-is --exact' ;;
+            blank) options+=' --exact' ;;
             erase) options+=' --calibration' ;;
             convert) options+=' --force' ;;
             inspect) options+=' --strict' ;;

@@ -23,6 +23,7 @@ complete -c tamber-cli -n "__fish_seen_subcommand_from $with_file" -a '(__fish_c
 complete -c tamber-cli -n '__fish_seen_subcommand_from program verify auto convert' -l force -d 'Take a file that is not for the device'
 complete -c tamber-cli -n '__fish_seen_subcommand_from program verify auto' -l as-is -d 'Leave the words of a file where they are'
 complete -c tamber-cli -n '__fish_seen_subcommand_from erase program auto' -l calibration -x -a 'keep file drop' -d 'What becomes of a calibration word'
+complete -c tamber-cli -n '__fish_seen_subcommand_from verify blank auto' -l exact -d 'Compare bits that the device does not implement too'
 complete -c tamber-cli -n '__fish_seen_subcommand_from inspect' -l strict -d 'Fail when anything is wrong with a file'
 complete -c tamber-cli -n '__fish_seen_subcommand_from ports' -l set -x -a '1= 2= 3= 4=' -d 'Make COMn stand for a path'
 
