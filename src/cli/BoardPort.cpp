@@ -8,6 +8,7 @@
 #include "cli/SimulatedControl.hpp"
 #include "cli/TracedSerialControl.hpp"
 #include "core/TextFile.hpp"
+#include "core/Utf8.hpp"
 #include "platform/PortPath.hpp"
 #include "simulator/DeviceFile.hpp"
 
@@ -43,7 +44,7 @@ std::optional<int> Number(const std::string& text) {
 }
 
 Failure Unusable(const std::filesystem::path& file, const std::string& reason) {
-    return {ExitStatus::FileUnusable, file.string() + ": " + reason};
+    return {ExitStatus::FileUnusable, VisibleText(file.string()) + ": " + reason};
 }
 
 }  // namespace

@@ -125,9 +125,10 @@ void AddOutcome(Json& facts, const Outcome& outcome) {
         facts["message"] = Harmless(outcome.error().Message);
 }
 
-// The names of files may be anything; a byte that is not UTF-8 is replaced.
+// The names of files may be anything: what is not ASCII is escaped, for the sake of terminals, and
+// a byte that is not UTF-8 is replaced.
 std::string Text(const Json& facts) {
-    return facts.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return facts.dump(2, ' ', true, Json::error_handler_t::replace) + "\n";
 }
 
 // Reports how it ended, the last thing a run of the program does.

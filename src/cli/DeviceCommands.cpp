@@ -6,6 +6,7 @@
 #include "cli/Commands.hpp"
 #include "cli/Differences.hpp"
 #include "cli/HexInput.hpp"
+#include "core/Utf8.hpp"
 #include "files/HexInspect.hpp"
 #include "files/HexSave.hpp"
 #include "link/BoardIdentity.hpp"
@@ -90,7 +91,7 @@ Outcome WriteImage(Context& context, const std::string& file) {
     const int words = context.Device().ProgramWords;
     if (file != "-")
         return SaveHexFile(file, image, words).map_error([&](const std::string& reason) {
-            return Failure{ExitStatus::FileUnusable, file + ": " + reason};
+            return Failure{ExitStatus::FileUnusable, VisibleText(file) + ": " + reason};
         });
     if (!context.Screen.Data(HexFileText(image, words)))
         return Failed(ExitStatus::FileUnusable, "Standard output cannot be written.");

@@ -1,12 +1,18 @@
 #include "cli/HexInput.hpp"
 
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <nlohmann/json.hpp>
+#include <system_error>
 
+#include "cli/DescriptorInput.hpp"
 #include "cli/DeviceFindings.hpp"
 #include "core/TextFile.hpp"
+#include "core/Utf8.hpp"
 #include "files/HexFile.hpp"
 #include "files/HexMove.hpp"
 
@@ -16,17 +22,40 @@ namespace {
 using TextResult = tl::expected<std::string, Failure>;
 
 std::string Shown(const Context& context) {
-    return context.Asked.File == "-" ? "standard input" : context.Asked.File;
+    return context.Asked.File == "-" ? "standard input" : VisibleText(context.Asked.File);
 }
 
-TextResult ReadStream(std::istream& stream) {
+Failure Unusable(const Context& context, const std::string& reason) {
+    return {ExitStatus::FileUnusable, Shown(context) + ": " + reason};
+}
+
+TextResult ReadStream(Context& context, std::istream& stream) {
     std::string text;
+    std::size_t ends = 0;
     std::array<char, 1 << 16> piece{};
-    while (stream.read(piece.data(), piece.size()) || stream.gcount() > 0) {
-        text.append(piece.data(), static_cast<std::size_t>(stream.gcount()));
+    while (ends < HexLineEndsMax &&
+           (stream.read(piece.data(), piece.size()) || stream.gcount() > 0)) {
+        const std::string_view read(piece.data(), static_cast<std::size_t>(stream.gcount()));
+        text.append(read);
+        ends += CountLineEnds(read);
         if (text.size() > HexFileSizeMax)
-            return Failed(ExitStatus::FileUnusable, "standard input: File too large");
+            return tl::unexpected(Unusable(context, "File too large"));
     }
+    if (context.Host.Interrupted())
+        return Failed(ExitStatus::Interrupted);
+    return text;
+}
+
+// A pipe with a name, as a shell makes it for a command whose output is to be read as a file. It is
+// opened without waiting for the one who is to write into it.
+TextResult ReadPipe(Context& context) {
+    const int pipe = open(context.Asked.File.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (pipe < 0)
+        return tl::unexpected(Unusable(context, std::generic_category().message(errno)));
+    DescriptorInput input(pipe, context.Host);
+    std::istream stream(&input);
+    TextResult text = ReadStream(context, stream);
+    close(pipe);
     return text;
 }
 
@@ -67,12 +96,14 @@ void MoveWords(Context& context, const HexInspection& inspection) {
 }  // namespace
 
 TextResult ReadHexText(Context& context) {
-    if (context.Asked.File == "-")
-        return ReadStream(context.Screen.In());
-    return ReadTextFile(context.Asked.File, HexFileSizeMax)
-        .map_error([&](const std::string& reason) {
-            return Failure{ExitStatus::FileUnusable, context.Asked.File + ": " + reason};
-        });
+    const std::string& file = context.Asked.File;
+    if (file == "-")
+        return ReadStream(context, context.Screen.In());
+    std::error_code ignored;
+    if (std::filesystem::is_fifo(file, ignored))
+        return ReadPipe(context);
+    return ReadTextFile(file, HexFileSizeMax, HexLineEndsMax)
+        .map_error([&](const std::string& reason) { return Unusable(context, reason); });
 }
 
 Outcome LoadHexInput(Context& context) {

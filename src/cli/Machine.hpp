@@ -25,6 +25,10 @@ class Machine : public Tamber::Machine {
     /// The time since any fixed moment; it never runs backwards.
     virtual std::chrono::microseconds Now() const = 0;
 
+    /// Waits until `descriptor` has something to read or has come to its end; false: until the user
+    /// wants the program to end.
+    virtual bool AwaitInput(int descriptor) = 0;
+
     /// True once the user wants the program to end. It stays so.
     virtual bool Interrupted() const = 0;
 };

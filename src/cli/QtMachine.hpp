@@ -17,6 +17,7 @@ class QtMachine final : public Machine {
     std::unique_ptr<SerialControl> NewSerialControl() override;
     std::vector<SerialPortEntry> SerialPorts() override;
     std::chrono::microseconds Now() const override;
+    bool AwaitInput(int descriptor) override { return interruption_.AwaitInput(descriptor); }
     bool Interrupted() const override;
 
   private:

@@ -2,6 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
+#include "core/Utf8.hpp"
+
 namespace Tamber::Cli {
 namespace {
 
@@ -75,17 +80,12 @@ void Terminal::EraseBar() {
 
 std::string Harmless(std::string_view text) {
     std::string harmless;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        const auto code = static_cast<unsigned char>(text[index]);
-        const auto next = static_cast<unsigned char>(index + 1 < text.size() ? text[index + 1] : 0);
-        const bool secondSet = code == 0xC2 && next >= 0x80 && next < 0xA0;  // U+0080 to U+009F
-        if (code == '\r')
-            continue;
-        if ((code < ' ' && code != '\n') || code == 0x7F || secondSet)
-            harmless += '?';
-        else
-            harmless += text[index];
-        index += secondSet ? 1 : 0;
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        std::string line(text.substr(begin, end - begin));
+        std::erase(line, '\r');
+        harmless += (begin == 0 ? "" : "\n") + VisibleText(std::move(line));
+        begin = end + 1;
     }
     return harmless;
 }

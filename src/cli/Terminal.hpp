@@ -66,8 +66,8 @@ class Terminal {
     std::string bar_;  // as it stands on the screen; empty: there is none
 };
 
-/// `text` with every control character but the line feed made visible, so that nothing a board or a
-/// file says can steer a terminal. CR LF becomes LF.
+/// `text` with a visible sign for every control character but the line feed and for every mark that
+/// turns text round, so that nothing a board or a file says can steer a terminal. CR LF becomes LF.
 std::string Harmless(std::string_view text);
 
 }  // namespace Tamber::Cli

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cli/Commands.hpp"
+#include "cli/DescriptorInput.hpp"
 #include "cli/QtMachine.hpp"
 
 namespace {
@@ -17,11 +18,12 @@ bool Set(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-// A dumb terminal can neither be coloured nor have a line drawn anew.
-Streams StandardStreams() {
+// `in` is what standard input is read through. A dumb terminal can neither be coloured nor have a
+// line drawn anew.
+Streams StandardStreams(std::istream& in = std::cin) {
     const char* const kind = std::getenv("TERM");
     const bool able = kind != nullptr && std::string_view(kind) != "dumb";
-    return {std::cin,
+    return {in,
             std::cout,
             std::cerr,
             able && isatty(STDOUT_FILENO) == 1,
@@ -33,7 +35,9 @@ int Run(const Arguments& arguments, char** words) {
     int count = 1;  // the program's options are its own; Qt gets none
     QCoreApplication application(count, words);
     QtMachine machine;
-    return static_cast<int>(RunCommand(arguments, machine, StandardStreams()));
+    DescriptorInput input(STDIN_FILENO, machine);
+    std::istream in(&input);
+    return static_cast<int>(RunCommand(arguments, machine, StandardStreams(in)));
 }
 
 // Output may be on its way until now: that it cannot be written may show only here.

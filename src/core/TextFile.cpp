@@ -162,8 +162,13 @@ bool FolderCannotBeWritten(int reason) {
 
 }  // namespace
 
+std::size_t CountLineEnds(std::string_view text) {
+    return static_cast<std::size_t>(std::ranges::count(text, '\n') +
+                                    std::ranges::count(text, '\r'));
+}
+
 tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path& path,
-                                                    std::size_t limit) {
+                                                    std::size_t limit, std::size_t lineEnds) {
     auto opened = OpenToRead(path);
     if (!opened)
         return tl::unexpected(opened.error());
@@ -177,8 +182,10 @@ tl::expected<std::string, std::string> ReadTextFile(const std::filesystem::path&
         text.reserve(std::min<std::uintmax_t>(size, limit));
     char piece[1 << 16];
     std::size_t count = 0;
-    while ((count = std::fread(piece, 1, sizeof piece, file.get())) > 0) {
+    std::size_t ends = 0;
+    while (ends < lineEnds && (count = std::fread(piece, 1, sizeof piece, file.get())) > 0) {
         text.append(piece, count);
+        ends += CountLineEnds({piece, count});
         if (text.size() > limit)
             return tl::unexpected(std::string("File too large"));
     }

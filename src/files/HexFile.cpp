@@ -44,7 +44,7 @@ void CopyRecords(const HexRecordTable& table, MemoryImage& image) {
 
 tl::expected<std::string, HexFailure> LoadHexFile(const std::filesystem::path& file,
                                                   MemoryImage& image) {
-    auto text = ReadTextFile(file, HexFileSizeMax);
+    auto text = ReadTextFile(file, HexFileSizeMax, HexLineEndsMax);
     if (!text)
         return tl::unexpected(HexFailure{HexFault::FileUnreadable, 0, text.error()});
     return ReadHexRecords(*text)

@@ -37,8 +37,11 @@ enum class HexFindingKind {
     ExtendedLinearAddress,
     StartLinearAddress,
     Overlap,        ///< Bytes were stored by EarlierLine already; the later record counts
-    LinesAfterEnd,  ///< Found: their number
+    LinesAfterEnd,  ///< Found: their number, at most one more than LinesAfterEndMax
 };
+
+/// How many lines after the end record are looked at.
+constexpr int LinesAfterEndMax = 10'000;
 
 /// The type of a record that is passed over.
 constexpr int IgnoredType(HexFindingKind kind) {

@@ -43,6 +43,15 @@ HexFindingWords IgnoredWords(const HexFinding& finding) {
             : ""};
 }
 
+std::string LinesAfterEndText(std::int64_t lines) {
+    constexpr char after[] = " after the end record ";
+    if (lines == 1)
+        return std::string("1 line") + after + "is ignored.";
+    return (lines > LinesAfterEndMax ? "More than " + std::to_string(LinesAfterEndMax)
+                                     : std::to_string(lines)) +
+           " lines" + after + "are ignored.";
+}
+
 HexFindingWords OverlapWords(const HexFinding& finding) {
     return {"Byte address " + HexRangeText(finding.Bytes) + " is stored again, after line " +
                 std::to_string(finding.EarlierLine) + ".",
@@ -104,10 +113,7 @@ HexFindingWords WordsOf(const HexFinding& finding) {
         case Kind::Overlap:
             return OverlapWords(finding);
         case Kind::LinesAfterEnd:
-            return {std::to_string(finding.Found) +
-                        (finding.Found == 1 ? " line after the end record is ignored."
-                                            : " lines after the end record are ignored."),
-                    ""};
+            return {LinesAfterEndText(finding.Found), ""};
     }
     return {};
 }

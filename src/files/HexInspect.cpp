@@ -42,15 +42,16 @@ class Inspector {
 void Inspector::Walk(std::string_view text) {
     LineReader lines(text);
     bool ended = false;
-    while (!lines.AtEnd() && !ended) {
+    while (!lines.AtEnd() && !ended && lines.Number() <= HexRecordTableMax) {
         const HexRecord record(lines);
         Take(record, lines.Number());
         ended = record.Type == HexRecord::EndType;
     }
     inspection_.Lines = lines.Number();
-    if (!ended)
+    if (!ended && lines.AtEnd())
         Report({.Kind = Kind::NoEndRecord}, lines.Number() + 1, HexFault::NoEndRecord);
-    TakeLinesAfterEnd(lines);
+    if (ended)
+        TakeLinesAfterEnd(lines);
     inspection_.LinesAfterEnd = lines.Number() - inspection_.Lines;
     if (inspection_.LinesAfterEnd > 0)
         inspection_.Findings.Add({.Kind = Kind::LinesAfterEnd,
@@ -64,7 +65,7 @@ void Inspector::Walk(std::string_view text) {
 void Inspector::TakeLinesAfterEnd(LineReader& lines) {
     constexpr std::size_t lengthMax = 80;
     constexpr char blanks[] = " \t";
-    while (!lines.AtEnd()) {
+    while (!lines.AtEnd() && lines.Number() <= inspection_.Lines + LinesAfterEndMax) {
         const std::string_view line = lines.Next();
         const std::size_t begin = line.find_first_not_of(blanks, 1);
         if (!line.starts_with(';') || begin == std::string_view::npos || line.size() > lengthMax ||

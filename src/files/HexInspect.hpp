@@ -45,7 +45,7 @@ struct HexInspection {
     MemoryImage Image;  ///< blank, with what the data records say that can be read
     int Lines = 0;      ///< up to the end record and with it
     int DataRecords = 0;
-    int LinesAfterEnd = 0;
+    int LinesAfterEnd = 0;       ///< at most one more than LinesAfterEndMax
     bool WordAddressed = false;  ///< INHX16: addresses count words, bytes are swapped
     HexFindings Findings;
     std::vector<HexOrigin> Origins;  ///< by image index
@@ -65,9 +65,9 @@ struct HexInspection {
     std::uint16_t Word(int address, std::uint8_t high = 0xFF) const;
 };
 
-/// Looks through the text of a HEX file to its end record, line by line as the loader does. Lines
-/// the loader would refuse are reported and passed over; of a file without a refusal, Image is what
-/// the loader makes of it.
+/// Looks through the text of a HEX file to its end record, line by line as the loader does, and to
+/// the line that is one too many where there is none. Lines the loader would refuse are reported
+/// and passed over; of a file without a refusal, Image is what the loader makes of it.
 HexInspection InspectHexText(std::string_view text, const DeviceRecord& device,
                              const DeviceFact& fact = {});
 

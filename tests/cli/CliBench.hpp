@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 
 #include "cli/Commands.hpp"
 #include "core/TestFolder.hpp"
@@ -27,6 +28,10 @@ class FakeMachine final : public Machine {
     }
     std::vector<SerialPortEntry> SerialPorts() override { return ports; }
     std::chrono::microseconds Now() const override { return desktop_.now; }
+    bool AwaitInput(int descriptor) override {
+        pollfd wanted{descriptor, POLLIN, 0};
+        return !Interrupted() && poll(&wanted, 1, -1) == 1;
+    }
     bool Interrupted() const override { return interrupted && interrupted(); }
 
     std::vector<SerialPortEntry> ports;

@@ -1,4 +1,7 @@
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "cli/CliBench.hpp"
 #include "cli/Ports.hpp"
@@ -86,6 +89,17 @@ TEST_F(ProgramTest, InterruptedOnceItClosesTheSequenceAndTwiceItIsGone) {
     twice.Signal(SIGTERM);
     EXPECT_EQ(twice.Wait(), 130);
     EXPECT_THAT(FileText(folder / "twice.txt"), Not(HasSubstr("> 01 49")));
+}
+
+TEST_F(ProgramTest, InterruptedWhileItWaitsForInputItEnds) {
+    const std::string pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    Process waiting = Start("inspect pipe");
+    int end = -1;  // it can be opened once the program has opened the other one
+    EXPECT_TRUE(Await([&] { return (end = open(pipe.c_str(), O_WRONLY | O_NONBLOCK)) >= 0; }));
+    waiting.Signal(SIGTERM);
+    EXPECT_EQ(waiting.Wait(), 130);
+    close(end);
 }
 
 TEST_F(ProgramTest, APortThatGoesAwayEndsTheRunWithinTheTimeOut) {

@@ -86,7 +86,13 @@ TEST(HexLoad, TenThousandLinesAreTakenAndOneMoreIsNot) {
     EXPECT_EQ(records->size(), 9'999u);
     lines += ":0000000000\n";
     EXPECT_EQ(ReadHexRecords(lines), tl::unexpected(HexFailure{HexFault::NoEndRecord, 10'001, {}}));
-    EXPECT_EQ(Inspect(lines + EndRecord).Refusal.value().Fault, HexFault::TooManyLines);
+    const HexInspection inspection = Inspect(lines + EndRecord + "\n" + lines);
+    EXPECT_EQ(inspection.Refusal.value().Fault, HexFault::TooManyLines);
+    EXPECT_EQ(inspection.Lines, 10'001);
+    EXPECT_EQ(inspection.LinesAfterEnd, 0);
+    const HexInspection ended = Inspect(EndRecord + ("\n" + lines) + lines);
+    EXPECT_EQ(HexFindingText(ended.Findings.Kept().back()),
+              "More than 10000 lines after the end record are ignored.");
 }
 
 // Each row of the table: a text with "/" for its line ends, and all that is found in it.

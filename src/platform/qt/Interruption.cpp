@@ -1,9 +1,11 @@
 #include "platform/qt/Interruption.hpp"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 
@@ -59,6 +61,14 @@ Interruption::Interruption(int status, const char* hint) {
         notifier_->setEnabled(false);
         onNoted_();
     });
+}
+
+// What wakes the event loop stays readable.
+bool Interruption::AwaitInput(int descriptor) const {
+    std::array<pollfd, 2> wanted{{{descriptor, POLLIN, 0}, {wake[0], POLLIN, 0}}};
+    while (!Noted() && poll(wanted.data(), wanted.size(), -1) < 0 && errno == EINTR)
+        ;
+    return !Noted();
 }
 
 bool Interruption::Noted() const {

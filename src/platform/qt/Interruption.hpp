@@ -18,6 +18,10 @@ class Interruption {
     /// A signal has come.
     bool Noted() const;
 
+    /// Waits, and delivers no events meanwhile, until `descriptor` has something to read or has
+    /// come to its end. False: a signal has come first.
+    bool AwaitInput(int descriptor) const;
+
     /// Calls `noted` once, from the event loop, after the first signal.
     void OnNoted(std::function<void()> noted) { onNoted_ = std::move(noted); }
 
