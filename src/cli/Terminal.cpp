@@ -84,7 +84,9 @@ std::string Harmless(std::string_view text) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
         std::string line(text.substr(begin, end - begin));
         std::erase(line, '\r');
-        harmless += (begin == 0 ? "" : "\n") + VisibleText(std::move(line));
+        if (begin > 0)
+            harmless += '\n';
+        harmless += VisibleText(std::move(line));
         begin = end + 1;
     }
     return harmless;

@@ -29,7 +29,7 @@ constexpr std::size_t HexFileSizeMax = 64 << 20;
 
 /// No more is looked at: the lines up to the end record, at most one too many, and as many after
 /// it, with two characters to end each.
-constexpr std::size_t HexLineEndsMax = 4 * (HexRecordTableMax + 1);
+constexpr std::size_t HexLineEndsMax = std::size_t{4} * (HexRecordTableMax + 1);
 
 /// The lines of a HEX file before its end record, in file order. The records look into the text
 /// they were read from.

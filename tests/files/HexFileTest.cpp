@@ -86,7 +86,7 @@ TEST(HexLoad, TenThousandLinesAreTakenAndOneMoreIsNot) {
     EXPECT_EQ(records->size(), 9'999u);
     lines += ":0000000000\n";
     EXPECT_EQ(ReadHexRecords(lines), tl::unexpected(HexFailure{HexFault::NoEndRecord, 10'001, {}}));
-    const HexInspection inspection = Inspect(lines + EndRecord + "\n" + lines);
+    const HexInspection inspection = Inspect(lines + lines + EndRecord);
     EXPECT_EQ(inspection.Refusal.value().Fault, HexFault::TooManyLines);
     EXPECT_EQ(inspection.Lines, 10'001);
     EXPECT_EQ(inspection.LinesAfterEnd, 0);
